@@ -1,0 +1,22 @@
+# Header-only libraries come from the host's packages. The host's include folder itself must stay
+# out of a build for Windows, so that each library's own folder is copied into the build.
+function(vorlen_header_only_library name folder)
+    add_library(${name} INTERFACE)
+    find_path(${name}_ROOT NAMES ${folder} PATHS /usr/include NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+    if(NOT ${name}_ROOT)
+        message(FATAL_ERROR "The headers <${folder}/...> were not found in /usr/include: "
+            "`./run` and `./check` install them.")
+    endif()
+    file(COPY ${${name}_ROOT}/${folder} DESTINATION ${PROJECT_BINARY_DIR}/staged/${name})
+    target_include_directories(${name} SYSTEM INTERFACE ${PROJECT_BINARY_DIR}/staged/${name})
+endfunction()
+
+if(CMAKE_CROSSCOMPILING)
+    vorlen_header_only_library(cli11 CLI)
+    vorlen_header_only_library(nlohmann_json nlohmann)
+else()
+    find_package(CLI11 REQUIRED)
+    find_package(nlohmann_json REQUIRED)
+    add_library(cli11 ALIAS CLI11::CLI11)
+    add_library(nlohmann_json ALIAS nlohmann_json::nlohmann_json)
+endif()

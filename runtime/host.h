@@ -1,0 +1,52 @@
+/*
+ * The runtime as a host application sees it: plain C.
+ */
+#ifndef VORLEN_RUNTIME_HOST_H
+#define VORLEN_RUNTIME_HOST_H
+
+#include <stdint.h>
+
+#ifndef __cplusplus
+#include <stdbool.h>
+#endif
+
+#if defined(_WIN32) && defined(VORLEN_RUNTIME_BUILD)
+#define VORLEN_RUNTIME_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define VORLEN_RUNTIME_API __declspec(dllimport)
+#else
+#define VORLEN_RUNTIME_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * Runs the init function of every registered module, in the order of registration, on the calling
+ * thread, which thereby becomes the service thread of the modules. Returns true when all of them
+ * succeeded. When one fails, one line on standard error says so, the cleanup functions run in
+ * reverse order, and the result is false. A second call is harmless: it reaches modules that were
+ * loaded since the first.
+ */
+VORLEN_RUNTIME_API bool Vorlen_Initialize(void);
+
+/*
+ * Runs the cleanup function of every registered module, in reverse order, on the calling thread,
+ * which must be the service thread. Harmless without Vorlen_Initialize(), and twice.
+ */
+VORLEN_RUNTIME_API void Vorlen_Shutdown(void);
+
+/*
+ * Writes the version that the named module registered, the last one if it registered several times,
+ * and returns true; returns false and writes nothing for a name that no module registered. None of
+ * the three destinations may be NULL.
+ */
+VORLEN_RUNTIME_API bool Vorlen_GetModuleVersion(const char* name, int32_t* major, int32_t* minor,
+                                                int32_t* patch);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* VORLEN_RUNTIME_HOST_H */

@@ -1,0 +1,65 @@
+#include "runtime/kit_models.h"
+
+#include "runtime/diagnostics.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace vorlen {
+
+namespace {
+
+constexpr const wchar_t* variable = L"VORLEN_KIT_MODELS";
+
+std::string lowBytes(std::wstring_view text) {
+    std::string bytes(text.size(), '\0');
+    std::transform(text.begin(), text.end(), bytes.begin(),
+                   [](wchar_t unit) { return static_cast<char>(unit & 0xFF); });
+    return bytes;
+}
+
+std::wstring environmentText() {
+    std::wstring text;
+    // The variable can grow between the size query and the read.
+    for (DWORD size = GetEnvironmentVariableW(variable, nullptr, 0); size > text.size();) {
+        text.resize(size);
+        size = GetEnvironmentVariableW(variable, text.data(), size);
+        if (size < text.size()) {
+            text.resize(size);
+            return text;
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+std::vector<std::string> kitModelsFromText(std::wstring_view text) {
+    std::vector<std::string> models;
+    if (text.empty()) {
+        return models;
+    }
+    bool emptyName = false;
+    for (std::size_t start = 0; start <= text.size();) {
+        const std::size_t end = std::min(text.find(L';', start), text.size());
+        const std::string model = lowBytes(text.substr(start, end - start));
+        if (model.empty()) {
+            emptyName = true;
+        } else if (std::find(models.begin(), models.end(), model) == models.end()) {
+            models.push_back(model);
+        }
+        start = end + 1;
+    }
+    if (emptyName) {
+        complain("VORLEN_KIT_MODELS holds an empty name, which is left out: write model names "
+                 "separated by single ';', such as ONE;TWO");
+    }
+    return models;
+}
+
+std::vector<std::string> kitModelsFromEnvironment() {
+    return kitModelsFromText(environmentText());
+}
+
+} // namespace vorlen

@@ -1,0 +1,176 @@
+#include "runtime/registration.h"
+
+#include "runtime/diagnostics.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <string>
+
+namespace vorlen {
+
+namespace {
+
+using Function = void (*)();
+
+// What a module registered, together with the image that it points into: an unloaded module's
+// functions must not be called any more.
+template <typename T>
+struct Registered {
+    T value;
+    HMODULE image;
+};
+
+struct ModuleVersion {
+    std::string name;
+    std::int32_t major;
+    std::int32_t minor;
+    std::int32_t patch;
+};
+
+struct Registry {
+    std::vector<ModuleVersion> versions;
+    std::vector<Registered<Function>> inits;
+    std::vector<Registered<Function>> cleanups;
+    std::optional<Registered<MonitorWrapper>> monitorWrapper;
+    std::optional<Registered<WindowEnumWrapper>> windowEnumWrapper;
+};
+
+Registry& registry() {
+    static Registry theRegistry;
+    return theRegistry;
+}
+
+template <typename F>
+HMODULE imageOf(F* function) {
+    HMODULE image = nullptr;
+    const BOOL found = GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                              GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                                          reinterpret_cast<LPCWSTR>(function), &image);
+    return found != FALSE ? image : nullptr;
+}
+
+template <typename Table, typename F>
+const Table* usable(const std::optional<Registered<Table>>& table, F* Table::*anySlot) {
+    if (!table || table->image == nullptr || imageOf(table->value.*anySlot) != table->image) {
+        return nullptr;
+    }
+    return &table->value;
+}
+
+void add(std::vector<Registered<Function>>& functions, Function function, const char* kind) {
+    const HMODULE image = imageOf(function);
+    if (image == nullptr) {
+        complain(std::string("a module registered no ") + kind +
+                 " function: register the address of a function of the module");
+        return;
+    }
+    // A module that was unloaded and loaded again registers the same function once more.
+    std::erase_if(functions, [=](const auto& known) { return known.value == function; });
+    functions.push_back({function, image});
+}
+
+void dropUnloaded(std::vector<Registered<Function>>& functions) {
+    std::erase_if(functions, [](const auto& known) { return imageOf(known.value) != known.image; });
+}
+
+void runCleanups() {
+    dropUnloaded(registry().cleanups);
+    const std::vector<Registered<Function>> cleanups = registry().cleanups;
+    for (auto cleanup = cleanups.rbegin(); cleanup != cleanups.rend(); ++cleanup) {
+        try {
+            cleanup->value();
+        } catch (const std::exception& error) {
+            complain(std::string("the cleanup of a module failed: ") + error.what());
+        } catch (...) {
+            complain("the cleanup of a module failed for a reason that it did not name");
+        }
+    }
+}
+
+bool runInits() {
+    dropUnloaded(registry().inits);
+    const std::vector<Registered<Function>> inits = registry().inits;
+    try {
+        for (const auto& init : inits) {
+            init.value();
+        }
+        return true;
+    } catch (const std::exception& error) {
+        complain(std::string("the init of a module failed: ") + error.what());
+    } catch (...) {
+        complain("the init of a module failed for a reason that it did not name");
+    }
+    return false;
+}
+
+} // namespace
+
+namespace runtime_internal {
+
+void RegisterMonitorWrapper(const MonitorWrapper& wrapper) {
+    registry().monitorWrapper = {wrapper, imageOf(wrapper.getMonitorList)};
+}
+
+void RegisterWindowEnumWrapper(const WindowEnumWrapper& wrapper) {
+    registry().windowEnumWrapper = {wrapper, imageOf(wrapper.updateMonitorList)};
+}
+
+const MonitorWrapper* GetMonitorWrapper() {
+    return usable(registry().monitorWrapper, &MonitorWrapper::getMonitorList);
+}
+
+const WindowEnumWrapper* GetWindowEnumWrapper() {
+    return usable(registry().windowEnumWrapper, &WindowEnumWrapper::updateMonitorList);
+}
+
+} // namespace runtime_internal
+} // namespace vorlen
+
+using namespace vorlen;
+
+void Vorlen_RegisterModuleVersion(const char* name, std::int32_t major, std::int32_t minor,
+                                  std::int32_t patch) {
+    if (name == nullptr || *name == '\0') {
+        complain("a module registered no name: register a name of at least one character");
+        return;
+    }
+    auto& versions = registry().versions;
+    std::erase_if(versions, [=](const auto& known) { return known.name == name; });
+    versions.push_back({name, major, minor, patch});
+}
+
+void Vorlen_RegisterModuleInit(void (*init)()) {
+    add(registry().inits, init, "init");
+}
+
+void Vorlen_RegisterModuleCleanup(void (*cleanup)()) {
+    add(registry().cleanups, cleanup, "cleanup");
+}
+
+bool Vorlen_GetModuleVersion(const char* name, std::int32_t* major, std::int32_t* minor,
+                             std::int32_t* patch) {
+    for (const ModuleVersion& known : registry().versions) {
+        if (name != nullptr && known.name == name) {
+            *major = known.major;
+            *minor = known.minor;
+            *patch = known.patch;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool Vorlen_Initialize() {
+    if (runInits()) {
+        return true;
+    }
+    runCleanups();
+    return false;
+}
+
+void Vorlen_Shutdown() {
+    runCleanups();
+}

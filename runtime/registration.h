@@ -1,0 +1,64 @@
+// The runtime as a module sees it while it registers.
+#pragma once
+
+#include "runtime/host.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorlen {
+
+namespace ui {
+struct MonitorInfo;
+struct WindowInfo;
+} // namespace ui
+
+// The functions through which the runtime reaches a monitor module's service, in the order that is
+// the table's layout. All belong to the service thread. References and texts stay the module's own
+// and are valid until the next refresh of what they name; without a service they are empty.
+struct MonitorWrapper {
+    const std::vector<ui::WindowInfo>& (*getWindowList)();
+    const std::vector<ui::MonitorInfo>& (*getMonitorList)();
+    const char* (*getCurrentMonitorName)();
+    const std::vector<std::string>& (*getVorlenModelName)(const char* monitorName);
+    const std::vector<std::string>& (*getVorlenModelNameWide)(const wchar_t* monitorName);
+    void (*setVorlenModelName)(const char* modelName);
+    const char* (*getVorlenCameraName)(const char* modelName);
+    void (*useWindowList)(bool use);
+};
+
+// The functions that work on the calling thread's own lists of monitors and windows; on a thread
+// that has none they do nothing or return null. Combo boxes stay the caller's.
+struct WindowEnumWrapper {
+    void (*updateMonitorList)();
+    void (*registerWindowComboBox)(HWND comboBox);
+    void (*registerMonitorComboBox)(HWND comboBox);
+    HWND (*getWindowHandle)(std::int32_t index);
+    HMONITOR (*getMonitorHandle)(std::int32_t index);
+};
+
+namespace runtime_internal {
+
+// Copies the table during the call; a later registration replaces it.
+VORLEN_RUNTIME_API void RegisterMonitorWrapper(const MonitorWrapper& wrapper);
+VORLEN_RUNTIME_API void RegisterWindowEnumWrapper(const WindowEnumWrapper& wrapper);
+
+// The registered table, or null while none is registered or when its module has been unloaded.
+VORLEN_RUNTIME_API const MonitorWrapper* GetMonitorWrapper();
+VORLEN_RUNTIME_API const WindowEnumWrapper* GetWindowEnumWrapper();
+
+} // namespace runtime_internal
+} // namespace vorlen
+
+extern "C" {
+
+// Called by a module while it is being loaded. Names are copied; functions are called on the
+// service thread, and no more once their module has been unloaded.
+VORLEN_RUNTIME_API void Vorlen_RegisterModuleVersion(const char* name, std::int32_t major,
+                                                     std::int32_t minor, std::int32_t patch);
+VORLEN_RUNTIME_API void Vorlen_RegisterModuleInit(void (*init)());
+VORLEN_RUNTIME_API void Vorlen_RegisterModuleCleanup(void (*cleanup)());
+}
