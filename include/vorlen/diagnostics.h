@@ -1,0 +1,35 @@
+/*
+ * vorlen/diagnostics.h - what support tools ask libvorlen_monitor.dll beyond vorlen/monitor.h.
+ *
+ * Plain C; in C++ the functions live in vorlen::monitor_internal.
+ */
+#ifndef VORLEN_DIAGNOSTICS_H
+#define VORLEN_DIAGNOSTICS_H
+
+#include "vorlen/monitor.h"
+
+#ifdef __cplusplus
+namespace vorlen {
+namespace monitor_internal {
+extern "C" {
+#endif
+
+/*
+ * Why a window is not offered for showing on the kit's monitor: the name of the first test of the
+ * capture filter that keeps it out, such as "disabled", or NULL when it may be offered.
+ *
+ * window    HWND, borrowed; of any process; need not be valid
+ * returns   a constant of the library, valid until it is unloaded
+ *
+ * Looks at the window as it is now. Any thread, with or without a service; waits for the window's
+ * thread when the window belongs to the calling process.
+ */
+VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
+
+#ifdef __cplusplus
+} /* extern "C" */
+} /* namespace monitor_internal */
+} /* namespace vorlen */
+#endif
+
+#endif /* VORLEN_DIAGNOSTICS_H */

@@ -1,0 +1,168 @@
+/*
+ * vorlen/monitor.h - what a host application calls in libvorlen_monitor.dll.
+ *
+ * Order of a host's life: load vorlen_runtime.dll and libvorlen_monitor.dll, call
+ * Vorlen_Initialize() of the runtime on one thread (the service thread), call the functions below
+ * on that thread, call Vorlen_Shutdown() there, unload.
+ *
+ * Threads: nothing here is locked. Every function belongs to the service thread.
+ * Errors: none is reported. Before Vorlen_Initialize() and after Vorlen_Shutdown() every function
+ * returns the neutral value that it documents and writes nothing. What the system does not tell is
+ * left out of a list, empty, or 0. Exhausted memory leaves as a C++ exception, which only a C++
+ * host built with the library's toolchain can catch.
+ * Units: positions and sizes are physical pixels of the current display mode in desktop
+ * coordinates, whatever the DPI awareness of the process; refresh rates are whole hertz as the
+ * display driver reports them (59.94 Hz reads 59; 0 and 1 mean the hardware's default).
+ */
+#ifndef VORLEN_MONITOR_H
+#define VORLEN_MONITOR_H
+
+#include <stddef.h>
+#include <stdint.h>
+
+#if defined(_WIN32) && defined(VORLEN_MONITOR_BUILD)
+#define VORLEN_MONITOR_API __declspec(dllexport)
+#elif defined(_WIN32)
+#define VORLEN_MONITOR_API __declspec(dllimport)
+#else
+#define VORLEN_MONITOR_API
+#endif
+
+/* One UTF-16 code unit: on Windows wchar_t, so that a text goes straight into wide functions. */
+#ifdef _WIN32
+typedef wchar_t VLChar16;
+#else
+typedef uint16_t VLChar16;
+#endif
+
+/* Code units of a text field, the terminating zero included. Longer texts are cut at 127 units. */
+#define VORLEN_MONITOR_TEXT_UNITS 128
+
+/* One monitor. Every text is terminated, and zero behind its end. */
+typedef struct MonitorListItem {
+    void* handle;                                     /* HMONITOR, borrowed from the system */
+    VLChar16 deviceName[VORLEN_MONITOR_TEXT_UNITS];   /* display device, such as \\.\DISPLAY1 */
+    VLChar16 friendlyName[VORLEN_MONITOR_TEXT_UNITS]; /* name of the model; empty when unknown */
+    VLChar16 monitorId[VORLEN_MONITOR_TEXT_UNITS];    /* serial number text; empty when unknown */
+    int32_t x;                                        /* left edge on the desktop, pixels */
+    int32_t y;                                        /* top edge on the desktop, pixels */
+    int32_t width;                                    /* pixels */
+    int32_t height;                                   /* pixels */
+    int32_t refreshRate;                              /* hertz */
+    /* 4 bytes of padding, which the library never writes */
+} MonitorListItem;
+
+/* One window that can be shown on the kit's monitor. */
+typedef struct WindowListItem {
+    void* handle;                                  /* HWND, borrowed from the system */
+    VLChar16 title[VORLEN_MONITOR_TEXT_UNITS];     /* as it was when the window appeared */
+    VLChar16 className[VORLEN_MONITOR_TEXT_UNITS]; /* name of the window class */
+} WindowListItem;
+
+/* A monitor's top-left corner on the desktop and its size, in pixels; no right/bottom pair. */
+typedef struct _VLRect {
+    int32_t x;
+    int32_t y;
+    int32_t width;
+    int32_t height;
+} _VLRect;
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/*
+ * Copies the monitors of the desktop, in the system's order, into the caller's array.
+ *
+ * items     array of at least min(capacity, number of monitors) records, owned by the caller, or
+ *           NULL to ask for the number of monitors only
+ * capacity  number of records in items; not looked at when items is NULL
+ * returns   with items NULL the number of monitors; else the number of records written, or
+ *           capacity itself, with nothing written, when that is negative. 0 without a service.
+ *
+ * A list that is 500 ms old or empty is read anew from the system first. Between a size query and
+ * the copy the number can change: use what the copy returns.
+ */
+VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
+
+/*
+ * Copies the windows that can be shown on the kit's monitor, in the order in which they appeared,
+ * into the caller's array. Arguments, result and size query are those of getMonitorList.
+ *
+ * The list follows the desktop while the service thread retrieves messages (GetMessage, PeekMessage
+ * or a modal loop): windows enter it when they are shown and leave it when they are destroyed. On a
+ * thread that retrieves none it stays as it was at Vorlen_Initialize(). Titles are not kept up to
+ * date, and come from other programs: do not trust them.
+ */
+VORLEN_MONITOR_API int getWindowList(WindowListItem* items, int32_t capacity);
+
+/*
+ * The name of the current monitor, as the runtime holds it (not the model's name, which
+ * getVorlenMonitorModelName gives). NULL without a service.
+ *
+ * The text belongs to the runtime and is valid until the runtime changes or drops it: copy it
+ * before the next call. A monitor list that is 500 ms old or empty is read anew first.
+ */
+VORLEN_MONITOR_API const char* getMonitorModelName(void);
+
+/*
+ * The model name that the runtime holds for the kit's monitor. NULL without a service. Ownership
+ * and lifetime as above. Never reads the monitor list anew.
+ */
+VORLEN_MONITOR_API const char* getVorlenMonitorModelName(void);
+
+/*
+ * Hands the runtime the model name of the kit's monitor. Does nothing without a service.
+ *
+ * name      length bytes, copied; need not be terminated, zero bytes inside are kept
+ * length    0 or more; a negative length leaves as the C++ exception std::length_error
+ */
+VORLEN_MONITOR_API void setVorlenMonitorModelName(const char* name, int32_t length);
+
+/*
+ * The rectangle of the runtime's current monitor; all zeros when that is none of the listed ones
+ * or without a service. A monitor list that is 500 ms old or empty is read anew first.
+ */
+VORLEN_MONITOR_API _VLRect getMonitorRect(void);
+
+/*
+ * Reads the monitor list anew from the system and feeds it to the runtime at once, whatever its
+ * age: for a host that was told of a display change. Does nothing without a service.
+ */
+VORLEN_MONITOR_API void updateMonitorList(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+/* The layout is the interface: a host compiled otherwise must not compile at all. */
+#ifdef __cplusplus
+#define VORLEN_MONITOR_LAYOUT(name, condition) static_assert(condition, #name)
+#else
+#define VORLEN_MONITOR_LAYOUT(name, condition) typedef char vorlen_##name[(condition) ? 1 : -1]
+#endif
+
+VORLEN_MONITOR_LAYOUT(text_unit_is_16_bit, sizeof(VLChar16) == 2);
+VORLEN_MONITOR_LAYOUT(monitor_stride, sizeof(MonitorListItem) == 800);
+VORLEN_MONITOR_LAYOUT(monitor_handle, offsetof(MonitorListItem, handle) == 0);
+VORLEN_MONITOR_LAYOUT(monitor_device_name, offsetof(MonitorListItem, deviceName) == 8);
+VORLEN_MONITOR_LAYOUT(monitor_friendly_name, offsetof(MonitorListItem, friendlyName) == 264);
+VORLEN_MONITOR_LAYOUT(monitor_id, offsetof(MonitorListItem, monitorId) == 520);
+VORLEN_MONITOR_LAYOUT(monitor_x, offsetof(MonitorListItem, x) == 776);
+VORLEN_MONITOR_LAYOUT(monitor_y, offsetof(MonitorListItem, y) == 780);
+VORLEN_MONITOR_LAYOUT(monitor_width, offsetof(MonitorListItem, width) == 784);
+VORLEN_MONITOR_LAYOUT(monitor_height, offsetof(MonitorListItem, height) == 788);
+VORLEN_MONITOR_LAYOUT(monitor_refresh_rate, offsetof(MonitorListItem, refreshRate) == 792);
+VORLEN_MONITOR_LAYOUT(window_stride, sizeof(WindowListItem) == 520);
+VORLEN_MONITOR_LAYOUT(window_handle, offsetof(WindowListItem, handle) == 0);
+VORLEN_MONITOR_LAYOUT(window_title, offsetof(WindowListItem, title) == 8);
+VORLEN_MONITOR_LAYOUT(window_class_name, offsetof(WindowListItem, className) == 264);
+VORLEN_MONITOR_LAYOUT(rect_size, sizeof(_VLRect) == 16);
+VORLEN_MONITOR_LAYOUT(rect_x, offsetof(_VLRect, x) == 0);
+VORLEN_MONITOR_LAYOUT(rect_y, offsetof(_VLRect, y) == 4);
+VORLEN_MONITOR_LAYOUT(rect_width, offsetof(_VLRect, width) == 8);
+VORLEN_MONITOR_LAYOUT(rect_height, offsetof(_VLRect, height) == 12);
+
+#undef VORLEN_MONITOR_LAYOUT
+
+#endif /* VORLEN_MONITOR_H */

@@ -1,0 +1,79 @@
+#include "monitor/display/enumeration.h"
+
+#include "monitor/display/display_paths.h"
+#include "monitor/display/display_settings.h"
+
+#include <algorithm>
+#include <exception>
+#include <utility>
+
+namespace {
+
+struct CollectedHandles {
+    std::vector<HMONITOR> handles;
+    std::exception_ptr failure;
+};
+
+// An exception must not cross the system's frames: it is kept until the enumeration has returned.
+BOOL CALLBACK collectHandle(HMONITOR monitor, HDC, RECT*, LPARAM parameter) {
+    auto& collected = *reinterpret_cast<CollectedHandles*>(parameter);
+    try {
+        if (!collected.failure) {
+            collected.handles.push_back(monitor);
+        }
+    } catch (...) {
+        collected.failure = std::current_exception();
+    }
+    return TRUE;
+}
+
+std::vector<HMONITOR> collectHandles() {
+    CollectedHandles collected;
+    EnumDisplayMonitors(nullptr, nullptr, collectHandle, reinterpret_cast<LPARAM>(&collected));
+    if (collected.failure) {
+        std::rethrow_exception(collected.failure);
+    }
+    return std::move(collected.handles);
+}
+
+} // namespace
+
+std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays) {
+    const std::vector<HMONITOR> handles = collectHandles();
+    const std::vector<DisplayPathInfo> paths = getActiveDisplayPaths();
+
+    std::vector<MonitorInfo> monitors;
+    monitors.reserve(handles.size() + 1);
+    for (const HMONITOR handle : handles) {
+        auto deviceName = readDeviceName(handle);
+        if (!deviceName) {
+            continue;
+        }
+        MonitorInfo& info = monitors.emplace_back();
+        info.hMonitor = handle;
+        info.deviceName = *std::move(deviceName);
+        readDisplaySettings(info.deviceName, info);
+        // Monitors that show the same picture share a device name: the first path stands for them.
+        const auto path = std::find_if(paths.begin(), paths.end(), [&](const auto& candidate) {
+            return candidate.gdiDeviceName == info.deviceName;
+        });
+        if (path != paths.end()) {
+            info.friendlyName = path->friendlyName;
+            info.devicePath = path->devicePath;
+        }
+    }
+
+    if (includeAllDisplays && monitors.size() >= 2) {
+        monitors.emplace_back(nullptr, L"All Displays");
+    }
+    return monitors;
+}
+
+void getMonitorBasicInfo(HMONITOR monitor, MonitorInfo& info) {
+    const std::wstring deviceName = readDeviceName(monitor).value_or(L"");
+    readDisplaySettings(deviceName, info);
+    if (auto path = findDisplayPath(deviceName)) {
+        info.friendlyName = std::move(path->friendlyName);
+        info.devicePath = std::move(path->devicePath);
+    }
+}

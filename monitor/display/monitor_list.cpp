@@ -1,0 +1,52 @@
+#include "monitor/display/monitor_list.h"
+
+#include "monitor/display/enumeration.h"
+#include "monitor/platform/combo_box.h"
+
+#include <stdexcept>
+
+namespace {
+
+thread_local MonitorList* instance = nullptr;
+
+} // namespace
+
+MonitorList::MonitorList(bool includeAll) {
+    if (instance != nullptr) {
+        throw std::logic_error("MonitorList already exists for this thread!");
+    }
+    instance = this;
+    includeAllDisplays = includeAll;
+}
+
+MonitorList::~MonitorList() {
+    instance = nullptr;
+}
+
+MonitorList* MonitorList::Get() {
+    return instance;
+}
+
+// Intended: combo boxes show the monitors of the moment they were registered.
+void MonitorList::Update() {
+    monitors = EnumerateAllMonitors(includeAllDisplays);
+}
+
+RECT MonitorList::GetMonitorRect(HMONITOR monitor) const {
+    MONITORINFOEXW info{};
+    info.cbSize = sizeof(info);
+    GetMonitorInfoW(monitor, &info);
+    return info.rcMonitor;
+}
+
+void MonitorList::RegisterComboBoxForUpdates(HWND comboBox) {
+    comboBoxes.push_back(comboBox);
+    ForceUpdateComboBox(comboBox);
+}
+
+void MonitorList::ForceUpdateComboBox(HWND comboBox) {
+    resetComboBox(comboBox);
+    for (const MonitorInfo& monitor : monitors) {
+        appendToComboBox(comboBox, monitor.deviceName);
+    }
+}

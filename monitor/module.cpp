@@ -1,0 +1,52 @@
+#include "monitor/module.h"
+
+#include "monitor/service/monitor_data.h"
+#include "monitor/wrappers.h"
+#include "runtime/registration.h"
+
+#include <memory>
+#include <utility>
+
+namespace vorlen {
+
+namespace {
+
+// Destroys a service that is still there when the library is unloaded.
+std::unique_ptr<MonitorData> service;
+
+} // namespace
+
+void initModule() {
+    if (!service) {
+        service = std::make_unique<MonitorData>();
+    }
+}
+
+void cleanupModule() {
+    // The owner is empty before the service goes: nothing finds it while it is being destroyed.
+    const std::unique_ptr<MonitorData> retired = std::move(service);
+}
+
+namespace monitor_internal {
+
+MonitorData* GetMonitorData() {
+    return service.get();
+}
+
+} // namespace monitor_internal
+
+namespace {
+
+// Registers the module while the library is being loaded, before anything of it can be called.
+const struct Registration {
+    Registration() {
+        Vorlen_RegisterModuleVersion("monitor", 2, 0, 4);
+        runtime_internal::RegisterMonitorWrapper(makeMonitorWrapper());
+        runtime_internal::RegisterWindowEnumWrapper(makeWindowEnumWrapper());
+        Vorlen_RegisterModuleInit(initModule);
+        Vorlen_RegisterModuleCleanup(cleanupModule);
+    }
+} registration;
+
+} // namespace
+} // namespace vorlen

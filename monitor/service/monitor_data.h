@@ -1,0 +1,83 @@
+#pragma once
+
+#include "monitor/display/monitor_list.h"
+#include "monitor/service/ui_records.h"
+#include "monitor/windows/window_list.h"
+#include "vorlen/monitor.h"
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorlen {
+
+// The monitor data service: the module's view of the desktop, and its way to the runtime's core.
+// There is one, made by the module's init. It belongs to the thread that made it, the service
+// thread; nothing is locked. Exceptions of the standard library, of the lists and of the runtime
+// pass through.
+class MonitorData {
+public:
+    // Makes a WindowList, takes over the calling thread's MonitorList or makes one, and reads the
+    // desktop. A failure leaves nothing behind, neither object nor list.
+    MonitorData();
+    ~MonitorData();
+    MonitorData(const MonitorData&) = delete;
+    MonitorData& operator=(const MonitorData&) = delete;
+
+    // Reads the monitors anew, replaces the cached list and the core's list by them, and notes the
+    // time. After a failure the time is as before, so that the next question reads anew.
+    void UpdateMonitorList();
+
+    // The cached monitors, read anew first when they are stale; valid until the next refresh.
+    const std::vector<ui::MonitorInfo>& GetMonitorList();
+
+    // The core's name of the current monitor, after the same refresh. The core's text.
+    const char* GetCurrentMonitorName();
+    void SetCurrentMonitorName(const char* name);
+    void SetCurrentMonitorName(const wchar_t* name);
+
+    // The rectangle of the core's current monitor, after the same refresh; zeros when the core's
+    // index names none of the cached monitors.
+    _VLRect GetCurrentMonitorRect();
+
+    // The core's model name; never refreshes.
+    const std::string& GetMonitorModelName() const;
+    void SetMonitorModelName(const std::string& name);
+
+    // The kit models that the core finds in the monitor with this device name; the core's list.
+    const std::vector<std::string>& GetVorlenModelName(const char* deviceName) const;
+    const std::vector<std::string>& GetVorlenModelName(const wchar_t* deviceName) const;
+    void SetVorlenModelName(const char* modelName);
+    void SetVorlenModelName(const wchar_t* modelName);
+
+    // Switches the live list of windows on or off. The last snapshot stays in place; a list that is
+    // switched on anew is read anew, in the system's order.
+    void UseWindowList(bool use);
+
+    // Brings the snapshot of the live list up to date; leaves it as it is while the list is off.
+    void UpdateWindowList();
+
+    // The snapshot, brought up to date first, in the order in which the windows appeared. The
+    // reference is valid as long as the service, the content until the next call.
+    const std::vector<ui::WindowInfo>& GetWindowList();
+
+    // The name of the camera that belongs to a kit model; the core's text.
+    const char* GetVorlenCameraNameByVorlenModelName(const char* modelName) const;
+    const char* GetVorlenCameraNameByVorlenModelName(const wchar_t* modelName) const;
+
+private:
+    void RefreshMonitorListIfStale();
+
+    std::unique_ptr<WindowList> windowList; // null while window tracking is off
+    std::unique_ptr<MonitorList> monitorList;
+    bool useWindowList = true;
+    std::vector<ui::WindowInfo> windows;
+    std::optional<std::uint64_t> windowsRevision; // of the live list when the snapshot was taken
+    std::vector<ui::MonitorInfo> monitors;
+    std::chrono::steady_clock::time_point lastMonitorUpdate;
+};
+
+} // namespace vorlen

@@ -1,0 +1,46 @@
+#include "monitor/service/monitor_data.h"
+
+#include <string_view>
+
+namespace vorlen {
+
+namespace {
+
+// The text of a record whose strings keep the zeros of the buffers they were read into.
+std::wstring_view untilZero(const std::wstring& text) {
+    return text.c_str();
+}
+
+} // namespace
+
+void MonitorData::UseWindowList(bool use) {
+    useWindowList = use;
+    if (!use) {
+        // The owner is empty before the list goes: nothing finds it while it is being destroyed.
+        windowList.reset();
+    } else if (!windowList) {
+        windowList = std::make_unique<WindowList>();
+        windowsRevision.reset();
+    }
+}
+
+void MonitorData::UpdateWindowList() {
+    if (!windowList || !useWindowList || windowsRevision == windowList->GetRevision()) {
+        return;
+    }
+    windowsRevision.reset();
+    windows.clear();
+    windows.reserve(windowList->GetCurrentWindows().size());
+    for (const ::WindowInfo& window : windowList->GetCurrentWindows()) {
+        windows.push_back({window.hwnd, std::wstring(untilZero(window.title)),
+                           std::wstring(untilZero(window.className))});
+    }
+    windowsRevision = windowList->GetRevision();
+}
+
+const std::vector<ui::WindowInfo>& MonitorData::GetWindowList() {
+    UpdateWindowList();
+    return windows;
+}
+
+} // namespace vorlen

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+// Owns a window-event hook. Releasing it leaves the thread's last-error value as it was.
+class EventHook {
+public:
+    EventHook() = default;
+    explicit EventHook(HWINEVENTHOOK installed) : hook(installed) {}
+    ~EventHook() { Release(); }
+
+    EventHook(EventHook&& other) noexcept : hook(std::exchange(other.hook, nullptr)) {}
+    EventHook& operator=(EventHook&& other) noexcept {
+        if (this != &other) {
+            Release();
+            hook = std::exchange(other.hook, nullptr);
+        }
+        return *this;
+    }
+
+private:
+    void Release() {
+        if (hook != nullptr) {
+            const DWORD lastError = GetLastError();
+            UnhookWinEvent(hook);
+            SetLastError(lastError);
+        }
+    }
+
+    HWINEVENTHOOK hook = nullptr; // null also when the installation failed
+};

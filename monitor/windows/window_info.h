@@ -1,0 +1,17 @@
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+// One top-level window as it was when the record was made; never refreshed. The strings keep the
+// zeros of the buffers that they were read into: compare and copy them up to their first zero.
+struct WindowInfo {
+    // Reads title and class name of the window. A handle that is not that of a window gives an
+    // empty title and a class name of zeros.
+    explicit WindowInfo(HWND hwnd);
+
+    HWND hwnd;              // borrowed from the system
+    std::wstring title;     // the text and its terminating zero; empty for an untitled window
+    std::wstring className; // 256 units, padded with zeros
+};

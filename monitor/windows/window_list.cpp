@@ -1,0 +1,143 @@
+#include "monitor/windows/window_list.h"
+
+#include "monitor/platform/combo_box.h"
+#include "monitor/windows/capture_filter.h"
+#include "monitor/windows/event_log.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <exception>
+
+namespace {
+
+thread_local WindowList* instance = nullptr;
+
+struct Seeding {
+    WindowList& list;
+    std::exception_ptr failure;
+};
+
+} // namespace
+
+WindowList::WindowList() {
+    delete instance;
+    instance = this;
+    try {
+        Seed();
+    } catch (...) {
+        instance = nullptr;
+        throw;
+    }
+    hook = EventHook(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent,
+                                     0, 0, WINEVENT_OUTOFCONTEXT));
+}
+
+WindowList::~WindowList() {
+    hook = EventHook();
+    instance = nullptr;
+}
+
+WindowList* WindowList::Get() {
+    return instance;
+}
+
+void WindowList::Seed() {
+    Seeding seeding{*this, nullptr};
+    EnumWindows(SeedWindow, reinterpret_cast<LPARAM>(&seeding));
+    if (seeding.failure) {
+        std::rethrow_exception(seeding.failure);
+    }
+}
+
+// An exception must not cross the system's frames: it is kept until the enumeration has returned.
+BOOL CALLBACK WindowList::SeedWindow(HWND hwnd, LPARAM parameter) {
+    auto& seeding = *reinterpret_cast<Seeding*>(parameter);
+    try {
+        if (!seeding.failure && GetWindowTextLengthW(hwnd) >= 1) {
+            seeding.list.AddIfCapturable(hwnd);
+        }
+    } catch (...) {
+        seeding.failure = std::current_exception();
+    }
+    return TRUE;
+}
+
+// The desktop sends thousands of location events a second through the hooked range: what cannot
+// change the list is told from the event's numbers alone, a destroyed window by a look at the set.
+void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG object, LONG child,
+                                  DWORD, DWORD) {
+    // Intended: the object of a destruction is not looked at.
+    const bool gone = event == EVENT_OBJECT_DESTROY;
+    const bool appeared = (event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED) &&
+                          object == OBJID_WINDOW && hwnd != nullptr;
+    if (child != CHILDID_SELF || !(gone || appeared)) {
+        return;
+    }
+    WindowList* const list = instance;
+    if (list == nullptr) {
+        return;
+    }
+    try {
+        if (gone) {
+            list->RemoveWindow(hwnd);
+        } else if (GetAncestor(hwnd, GA_ROOT) == hwnd && GetWindowTextLengthW(hwnd) >= 1) {
+            list->AddIfCapturable(hwnd);
+        }
+    } catch (...) {
+        // The system called and has no use for it.
+        logEventFailure(std::current_exception());
+    }
+}
+
+void WindowList::AddIfCapturable(HWND hwnd) {
+    const WindowInfo info(hwnd);
+    if (IsCapturableWindow(info)) {
+        AddWindow(info);
+    }
+}
+
+// Intended: a window that is listed already keeps the title that it had when it appeared.
+void WindowList::AddWindow(const WindowInfo& info) {
+    if (windowSet.count(info.hwnd) != 0) {
+        return;
+    }
+    windows.push_back(info);
+    try {
+        windowSet.insert(info.hwnd);
+    } catch (...) {
+        windows.pop_back();
+        throw;
+    }
+    ++revision;
+    // By index, here and below: a control may register another one while it is being told.
+    for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
+        appendToComboBox(comboBoxes[i], info.title);
+    }
+}
+
+bool WindowList::RemoveWindow(HWND hwnd) {
+    if (windowSet.erase(hwnd) == 0) {
+        return false;
+    }
+    const auto removed = std::find_if(windows.begin(), windows.end(),
+                                      [=](const WindowInfo& info) { return info.hwnd == hwnd; });
+    const auto index = static_cast<std::size_t>(removed - windows.begin());
+    windows.erase(removed);
+    ++revision;
+    for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
+        deleteFromComboBox(comboBoxes[i], index);
+    }
+    return true;
+}
+
+void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
+    comboBoxes.push_back(comboBox);
+    ForceUpdateComboBox(comboBox);
+}
+
+void WindowList::ForceUpdateComboBox(HWND comboBox) {
+    resetComboBox(comboBox);
+    for (const WindowInfo& info : windows) {
+        appendToComboBox(comboBox, info.title);
+    }
+}

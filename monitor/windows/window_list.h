@@ -1,0 +1,58 @@
+#pragma once
+
+#include "monitor/windows/event_hook.h"
+#include "monitor/windows/window_info.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <unordered_set>
+#include <vector>
+
+// The top-level windows that may be shown on the kit's monitor, in the order in which they
+// appeared, and the combo boxes that mirror their titles. One per thread, used and destroyed on the
+// thread that made it. It follows the desktop only while that thread retrieves messages; windows
+// enter when they are shown or uncloaked and leave when they are destroyed, nothing else changes
+// the list.
+class WindowList {
+public:
+    // Becomes the calling thread's list, reads the windows of the desktop and installs the event
+    // hook; a list that the thread has already is deleted first. Without a hook, should the system
+    // refuse it, the list stays as read. A failure leaves neither hook nor thread's list behind.
+    WindowList();
+    ~WindowList();
+    WindowList(const WindowList&) = delete;
+    WindowList& operator=(const WindowList&) = delete;
+
+    // The calling thread's list, or null.
+    static WindowList* Get();
+
+    // The windows, valid until the thread next retrieves messages. Titles are those of the moment
+    // at which the window appeared.
+    const std::vector<WindowInfo>& GetCurrentWindows() const { return windows; }
+
+    // Differs from the earlier number whenever the windows have changed.
+    std::uint64_t GetRevision() const { return revision; }
+
+    // Fills the combo box with the titles and keeps it in step from now on. It stays the caller's,
+    // must not sort, and is told twice if registered twice. Throws _com_error when it answers with
+    // an error.
+    void RegisterComboBoxForUpdates(HWND comboBox);
+
+private:
+    static BOOL CALLBACK SeedWindow(HWND hwnd, LPARAM parameter);
+    static void CALLBACK OnEvent(HWINEVENTHOOK hook, DWORD event, HWND hwnd, LONG object,
+                                 LONG child, DWORD thread, DWORD time);
+
+    void Seed();
+    void AddIfCapturable(HWND hwnd);
+    void AddWindow(const WindowInfo& info);
+    bool RemoveWindow(HWND hwnd);
+    void ForceUpdateComboBox(HWND comboBox);
+
+    std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
+    std::vector<WindowInfo> windows;
+    std::unordered_set<HWND> windowSet{8}; // the handles of windows
+    std::uint64_t revision = 0;
+    EventHook hook;
+};

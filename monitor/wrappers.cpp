@@ -1,0 +1,110 @@
+#include "monitor/wrappers.h"
+
+#include "monitor/display/monitor_list.h"
+#include "monitor/module.h"
+#include "monitor/service/monitor_data.h"
+#include "monitor/windows/window_list.h"
+
+namespace vorlen {
+
+namespace {
+
+using monitor_internal::GetMonitorData;
+
+const std::vector<ui::WindowInfo>& windowList() {
+    static const std::vector<ui::WindowInfo> none;
+    MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetWindowList() : none;
+}
+
+const std::vector<ui::MonitorInfo>& monitorList() {
+    static const std::vector<ui::MonitorInfo> none;
+    MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetMonitorList() : none;
+}
+
+const char* currentMonitorName() {
+    MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetCurrentMonitorName() : "";
+}
+
+const std::vector<std::string>& vorlenModelName(const char* monitorName) {
+    static const std::vector<std::string> none;
+    const MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetVorlenModelName(monitorName) : none;
+}
+
+const std::vector<std::string>& vorlenModelNameWide(const wchar_t* monitorName) {
+    static const std::vector<std::string> none;
+    const MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetVorlenModelName(monitorName) : none;
+}
+
+void setVorlenModelName(const char* modelName) {
+    if (MonitorData* const service = GetMonitorData()) {
+        service->SetVorlenModelName(modelName);
+    }
+}
+
+const char* vorlenCameraName(const char* modelName) {
+    const MonitorData* const service = GetMonitorData();
+    return service != nullptr ? service->GetVorlenCameraNameByVorlenModelName(modelName) : "";
+}
+
+void useWindowList(bool use) {
+    if (MonitorData* const service = GetMonitorData()) {
+        service->UseWindowList(use);
+    }
+}
+
+void updateMonitorList() {
+    if (MonitorList* const list = MonitorList::Get()) {
+        list->Update();
+    }
+}
+
+void registerWindowComboBox(HWND comboBox) {
+    if (WindowList* const list = WindowList::Get()) {
+        list->RegisterComboBoxForUpdates(comboBox);
+    }
+}
+
+void registerMonitorComboBox(HWND comboBox) {
+    if (MonitorList* const list = MonitorList::Get()) {
+        list->RegisterComboBoxForUpdates(comboBox);
+    }
+}
+
+// The record at the index, or null when there is none.
+template <typename Record>
+const Record* at(const std::vector<Record>& records, std::int32_t index) {
+    const auto position = static_cast<std::size_t>(index);
+    return index >= 0 && position < records.size() ? &records[position] : nullptr;
+}
+
+HWND windowHandle(std::int32_t index) {
+    const WindowList* const list = WindowList::Get();
+    const ::WindowInfo* const window =
+        list != nullptr ? at(list->GetCurrentWindows(), index) : nullptr;
+    return window != nullptr ? window->hwnd : nullptr;
+}
+
+HMONITOR monitorHandle(std::int32_t index) {
+    const MonitorList* const list = MonitorList::Get();
+    const ::MonitorInfo* const monitor = list != nullptr ? at(list->GetMonitors(), index) : nullptr;
+    return monitor != nullptr ? monitor->hMonitor : nullptr;
+}
+
+} // namespace
+
+MonitorWrapper makeMonitorWrapper() {
+    return {windowList,          monitorList,        currentMonitorName, vorlenModelName,
+            vorlenModelNameWide, setVorlenModelName, vorlenCameraName,   useWindowList};
+}
+
+WindowEnumWrapper makeWindowEnumWrapper() {
+    return {updateMonitorList, registerWindowComboBox, registerMonitorComboBox, windowHandle,
+            monitorHandle};
+}
+
+} // namespace vorlen
