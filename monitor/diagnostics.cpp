@@ -1,8 +1,27 @@
 #include "vorlen/diagnostics.h"
 
+#include "monitor/list_copy.h"
+#include "monitor/module.h"
+#include "monitor/service/monitor_data.h"
+#include "monitor/service/status_check.h"
 #include "monitor/windows/capture_filter.h"
 
 namespace vorlen::monitor_internal {
+
+std::int32_t getLastMonitorStatus() {
+    return lastMonitorStatus();
+}
+
+bool getCheckedMonitor(MonitorListItem* item) {
+    const MonitorData* const service = GetMonitorData();
+    const ui::MonitorInfo* const checked =
+        service != nullptr ? service->GetCheckedMonitor() : nullptr;
+    if (checked == nullptr) {
+        return false;
+    }
+    copyRecord(*checked, *item);
+    return true;
+}
 
 const char* getWindowRefusal(void* window) {
     return findRefusal(WindowInfo(static_cast<HWND>(window)));

@@ -6,6 +6,11 @@
 using vorlen::MonitorData;
 using vorlen::monitor_internal::GetMonitorData;
 
+bool checkMonitorStatus() {
+    MonitorData* const service = GetMonitorData();
+    return service != nullptr && service->checkMonitorStatus();
+}
+
 int getMonitorList(MonitorListItem* items, int32_t capacity) {
     MonitorData* const service = GetMonitorData();
     return service != nullptr ? vorlen::copyList(service->GetMonitorList(), items, capacity) : 0;

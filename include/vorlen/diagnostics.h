@@ -15,6 +15,20 @@ extern "C" {
 #endif
 
 /*
+ * The outcome of the last checkMonitorStatus() since the library was loaded, a code of the kit
+ * (vorlen/status.h): 16 passed, 17 no kit monitor, 18 resolution, 19 refresh rate; -1 before the
+ * first check. Service thread; also without a service.
+ */
+VORLEN_MONITOR_API int32_t getLastMonitorStatus(void);
+
+/*
+ * Writes the monitor that the last checkMonitorStatus() judged, as it is listed now, and returns
+ * true; returns false and writes nothing when it judged none, when the monitor has gone or without
+ * a service. item must not be NULL. Service thread; never reads the list anew.
+ */
+VORLEN_MONITOR_API bool getCheckedMonitor(MonitorListItem* item);
+
+/*
  * Why a window is not offered for showing on the kit's monitor: the name of the first test of the
  * capture filter that keeps it out, such as "disabled", or NULL when it may be offered.
  *

@@ -20,6 +20,10 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#ifndef __cplusplus
+#include <stdbool.h>
+#endif
+
 #if defined(_WIN32) && defined(VORLEN_MONITOR_BUILD)
 #define VORLEN_MONITOR_API __declspec(dllexport)
 #elif defined(_WIN32)
@@ -70,6 +74,16 @@ typedef struct _VLRect {
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/*
+ * Whether the first monitor that the runtime recognises as one of the kit's is set up as the kit
+ * needs it: at least 3840 x 2160 pixels and 59 Hz. The reason is in getLastMonitorStatus of
+ * vorlen/diagnostics.h and in the runtime's log. false without a service.
+ *
+ * A monitor list that is 500 ms old or empty is read anew first. A monitor name that is not valid
+ * UTF-16 leaves as the C++ exception std::range_error.
+ */
+VORLEN_MONITOR_API bool checkMonitorStatus(void);
 
 /*
  * Copies the monitors of the desktop, in the system's order, into the caller's array.

@@ -64,6 +64,15 @@ public:
     // reference is valid as long as the service, the content until the next call.
     const std::vector<ui::WindowInfo>& GetWindowList();
 
+    // Whether the first monitor that the core recognises, read anew first when stale, is set up as
+    // the kit requires. Logs what it judges, and keeps the outcome for lastMonitorStatus. A name
+    // that is not UTF-16 leaves as std::range_error, with the outcome as it was.
+    bool checkMonitorStatus();
+
+    // The monitor that the last check judged, as it is cached now; null when it judged none or the
+    // monitor has gone.
+    const ui::MonitorInfo* GetCheckedMonitor() const;
+
     // The name of the camera that belongs to a kit model; the core's text.
     const char* GetVorlenCameraNameByVorlenModelName(const char* modelName) const;
     const char* GetVorlenCameraNameByVorlenModelName(const wchar_t* modelName) const;
@@ -78,6 +87,7 @@ private:
     std::optional<std::uint64_t> windowsRevision; // of the live list when the snapshot was taken
     std::vector<ui::MonitorInfo> monitors;
     std::chrono::steady_clock::time_point lastMonitorUpdate;
+    HMONITOR checkedMonitor = nullptr;
 };
 
 } // namespace vorlen

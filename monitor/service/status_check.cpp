@@ -1,0 +1,88 @@
+#include "monitor/service/status_check.h"
+
+#include "monitor/service/monitor_data.h"
+#include "monitor/service/utf8.h"
+#include "monitor/status/logger.h"
+
+#include <algorithm>
+
+namespace vorlen {
+
+namespace {
+
+using log::level_enum;
+
+constexpr std::int32_t minimumWidth = 3840;
+constexpr std::int32_t minimumHeight = 2160;
+// One below what users are asked for: a monitor at 59.94 Hz reports 59.
+constexpr std::int32_t minimumRefreshRate = 59;
+
+log::vllogger* const logger = log::vllogger::instance();
+
+VLStatus lastStatus = UNKNOWN_STATUS;
+
+void logLine(level_enum level, const std::string& message) {
+    logger->log(level, message, false);
+}
+
+void describe(const ui::MonitorInfo& monitor) {
+    logLine(level_enum::debug,
+            "Monitor Info : " + toUtf8(monitor.friendlyName) + ", " + toUtf8(monitor.monitorId));
+    logLine(level_enum::debug, "Monitor Resolution : " + std::to_string(monitor.width) + " x " +
+                                   std::to_string(monitor.height));
+    logLine(level_enum::debug, "Monitor FRAMERATE : " + std::to_string(monitor.refreshRate));
+}
+
+VLStatus judge(const ui::MonitorInfo& monitor) {
+    if (monitor.width < minimumWidth || monitor.height < minimumHeight) {
+        return MONITOR_RESOLUTION_INCORRECT;
+    }
+    if (monitor.refreshRate < minimumRefreshRate) {
+        return MONITOR_REFRESH_RATE_INCORRECT;
+    }
+    return MONITOR_OK;
+}
+
+void logOutcome(VLStatus status) {
+    if (status == MONITOR_OK) {
+        logLine(level_enum::info, "The monitor exists.");
+    } else if (status == MONITOR_RESOLUTION_INCORRECT) {
+        logLine(level_enum::critical, "The monitor resolution is incorrect.");
+    } else if (status == MONITOR_REFRESH_RATE_INCORRECT) {
+        logLine(level_enum::critical, "The monitor framerate is not correct.");
+    }
+}
+
+} // namespace
+
+bool MonitorData::checkMonitorStatus() {
+    RefreshMonitorListIfStale();
+    const auto kitMonitor =
+        std::find_if(monitors.begin(), monitors.end(), [this](const ui::MonitorInfo& monitor) {
+            return !GetVorlenModelName(monitor.deviceName.c_str()).empty();
+        });
+    if (kitMonitor == monitors.end()) {
+        checkedMonitor = nullptr;
+        lastStatus = MONITOR_NOT_CONNECTED;
+        return false;
+    }
+    describe(*kitMonitor);
+    checkedMonitor = kitMonitor->handle;
+    lastStatus = judge(*kitMonitor);
+    logOutcome(lastStatus);
+    return lastStatus == MONITOR_OK;
+}
+
+const ui::MonitorInfo* MonitorData::GetCheckedMonitor() const {
+    const auto found =
+        std::find_if(monitors.begin(), monitors.end(), [this](const ui::MonitorInfo& monitor) {
+            return checkedMonitor != nullptr && monitor.handle == checkedMonitor;
+        });
+    return found != monitors.end() ? &*found : nullptr;
+}
+
+VLStatus lastMonitorStatus() {
+    return lastStatus;
+}
+
+} // namespace vorlen
