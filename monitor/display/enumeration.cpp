@@ -2,6 +2,7 @@
 
 #include "monitor/display/display_paths.h"
 #include "monitor/display/display_settings.h"
+#include "monitor/display/monitor_identification.h"
 
 #include <algorithm>
 #include <exception>
@@ -36,6 +37,30 @@ std::vector<HMONITOR> collectHandles() {
     return std::move(collected.handles);
 }
 
+// Monitors that show the same picture share a device name: the first path stands for them.
+void fillNames(MonitorInfo& info, const std::vector<DisplayPathInfo>& paths) {
+    const auto path = std::find_if(paths.begin(), paths.end(), [&](const auto& candidate) {
+        return candidate.gdiDeviceName == info.deviceName;
+    });
+    if (path != paths.end()) {
+        info.friendlyName = path->friendlyName;
+        info.devicePath = path->devicePath;
+    }
+}
+
+void identify(std::vector<MonitorInfo>& monitors) {
+    std::vector<std::wstring> devicePaths;
+    for (const MonitorInfo& monitor : monitors) {
+        if (!monitor.devicePath.empty()) {
+            devicePaths.push_back(monitor.devicePath);
+        }
+    }
+    cacheMonitorIds(devicePaths);
+    for (MonitorInfo& monitor : monitors) {
+        monitor.monitorId = getCachedMonitorId(monitor.devicePath);
+    }
+}
+
 } // namespace
 
 std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays) {
@@ -45,23 +70,15 @@ std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays) {
     std::vector<MonitorInfo> monitors;
     monitors.reserve(handles.size() + 1);
     for (const HMONITOR handle : handles) {
-        auto deviceName = readDeviceName(handle);
-        if (!deviceName) {
-            continue;
-        }
-        MonitorInfo& info = monitors.emplace_back();
-        info.hMonitor = handle;
-        info.deviceName = *std::move(deviceName);
-        readDisplaySettings(info.deviceName, info);
-        // Monitors that show the same picture share a device name: the first path stands for them.
-        const auto path = std::find_if(paths.begin(), paths.end(), [&](const auto& candidate) {
-            return candidate.gdiDeviceName == info.deviceName;
-        });
-        if (path != paths.end()) {
-            info.friendlyName = path->friendlyName;
-            info.devicePath = path->devicePath;
+        if (auto deviceName = readDeviceName(handle)) {
+            MonitorInfo& info = monitors.emplace_back();
+            info.hMonitor = handle;
+            info.deviceName = *std::move(deviceName);
+            readDisplaySettings(info.deviceName, info);
+            fillNames(info, paths);
         }
     }
+    identify(monitors);
 
     if (includeAllDisplays && monitors.size() >= 2) {
         monitors.emplace_back(nullptr, L"All Displays");

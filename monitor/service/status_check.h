@@ -1,8 +1,10 @@
 #pragma once
 
-#include "vorlen/status.h"
+#include <cstdint>
 
 namespace vorlen {
+
+enum VLStatus : std::int32_t; // in full in vorlen/status.h, at the price of a copy of its tables
 
 // The outcome of the last MonitorData::checkMonitorStatus of the process; UNKNOWN_STATUS before the
 // first. Outlives the service. Service thread.

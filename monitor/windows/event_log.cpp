@@ -4,7 +4,9 @@
 
 #include <comdef.h>
 
-#include <cstdio>
+#include <charconv>
+#include <cstdint>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -17,10 +19,10 @@ std::string describe(const std::exception_ptr& failure) {
     } catch (const std::exception& error) {
         return error.what();
     } catch (const _com_error& error) {
-        char text[32];
-        std::snprintf(text, sizeof(text), "HRESULT 0x%08lX",
-                      static_cast<unsigned long>(error.Error()));
-        return text;
+        char digits[8];
+        const auto end = std::to_chars(std::begin(digits), std::end(digits),
+                                       static_cast<std::uint32_t>(error.Error()), 16);
+        return "HRESULT 0x" + std::string(digits, end.ptr);
     } catch (...) {
         return "unknown exception";
     }

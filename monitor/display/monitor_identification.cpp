@@ -1,0 +1,79 @@
+#include "monitor/display/monitor_identification.h"
+
+#include "monitor/display/wmi_query.h"
+
+#include <algorithm>
+#include <exception>
+#include <map>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+std::map<std::wstring, std::wstring> monitorIdCache; // never forgets a path
+std::mutex monitorIdCacheMutex;                      // held while a query runs
+
+std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devicePaths) {
+    std::vector<PendingMonitorId> pending;
+    for (const std::wstring& devicePath : devicePaths) {
+        if (devicePath.empty() || monitorIdCache.count(devicePath) != 0) {
+            continue;
+        }
+        std::wstring prefix = wmiInstancePrefix(devicePath);
+        if (!prefix.empty()) {
+            pending.push_back({std::move(prefix), devicePath});
+        }
+    }
+    return pending;
+}
+
+// On a thread of its own the query gets a multithreaded apartment, whatever the caller's is.
+std::map<std::wstring, std::wstring> query(const std::vector<PendingMonitorId>& pending) {
+    std::map<std::wstring, std::wstring> results;
+    std::exception_ptr failure;
+    std::thread worker([&] {
+        try {
+            queryWmiMonitorIds(pending, results);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    worker.join();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return results;
+}
+
+} // namespace
+
+std::wstring wmiInstancePrefix(const std::wstring& devicePath) {
+    const std::size_t start = devicePath.find(L"DISPLAY");
+    const std::size_t end = devicePath.rfind(L'#');
+    if (start == std::wstring::npos || end == std::wstring::npos || end < start) {
+        return {};
+    }
+    std::wstring prefix = devicePath.substr(start, end - start);
+    std::replace(prefix.begin(), prefix.end(), L'#', L'\\');
+    return prefix;
+}
+
+void cacheMonitorIds(const std::vector<std::wstring>& devicePaths) {
+    const std::lock_guard lock(monitorIdCacheMutex);
+    const std::vector<PendingMonitorId> pending = findPending(devicePaths);
+    if (pending.empty()) {
+        return;
+    }
+    const std::map<std::wstring, std::wstring> results = query(pending);
+    for (const PendingMonitorId& monitor : pending) {
+        const auto found = results.find(monitor.devicePath);
+        monitorIdCache[monitor.devicePath] =
+            found != results.end() ? found->second : std::wstring();
+    }
+}
+
+std::wstring getCachedMonitorId(const std::wstring& devicePath) {
+    const std::lock_guard lock(monitorIdCacheMutex);
+    const auto found = monitorIdCache.find(devicePath);
+    return found != monitorIdCache.end() ? found->second : std::wstring();
+}

@@ -1,0 +1,78 @@
+#include "monitor/display/variant_text.h"
+
+#include "monitor/platform/com.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cwchar>
+
+namespace {
+
+std::wstring textOfString(BSTR text) {
+    if (text == nullptr) {
+        return {};
+    }
+    return {text, wcsnlen(text, SysStringLen(text))};
+}
+
+bool holdsIntegers(SAFEARRAY* array) {
+    VARTYPE elementType = VT_EMPTY;
+    return array != nullptr && SUCCEEDED(SafeArrayGetVartype(array, &elementType)) &&
+           elementType == VT_I4;
+}
+
+// The elements along one dimension, counted from 1; none when its bounds cannot be read.
+std::int64_t elementsAlong(SAFEARRAY* array, UINT dimension) {
+    LONG lower = 0;
+    LONG upper = 0;
+    if (FAILED(SafeArrayGetLBound(array, dimension, &lower)) ||
+        FAILED(SafeArrayGetUBound(array, dimension, &upper))) {
+        return 0;
+    }
+    return std::int64_t{upper} - lower + 1;
+}
+
+// The elements of the first dimension that are there to be read: another dimension that is empty
+// leaves none.
+std::size_t readableElements(SAFEARRAY* array) {
+    for (UINT dimension = 2; dimension <= SafeArrayGetDim(array); ++dimension) {
+        if (elementsAlong(array, dimension) <= 0) {
+            return 0;
+        }
+    }
+    const std::int64_t count = elementsAlong(array, 1);
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
+std::wstring textOfIntegers(SAFEARRAY* array) {
+    std::wstring text;
+    if (!holdsIntegers(array)) {
+        return text;
+    }
+    const std::size_t count = readableElements(array);
+    const SafeArrayElements<std::int32_t> elements(array);
+    if (elements.get() == nullptr) {
+        return text;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto unit = static_cast<wchar_t>(elements.get()[i] & 0xFFFF);
+        if (unit == L'\0') {
+            break;
+        }
+        text.push_back(unit);
+    }
+    return text;
+}
+
+} // namespace
+
+std::wstring wstringFromVARIANT(VARIANT& value) {
+    switch (V_VT(&value)) {
+    case VT_BSTR:
+        return textOfString(V_BSTR(&value));
+    case VT_ARRAY | VT_I4:
+        return textOfIntegers(V_ARRAY(&value));
+    default:
+        return {};
+    }
+}

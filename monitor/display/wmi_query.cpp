@@ -1,0 +1,92 @@
+#include "monitor/display/wmi_query.h"
+
+#include "monitor/display/variant_text.h"
+#include "monitor/platform/com.h"
+
+#include <wbemidl.h>
+#include <wrl/client.h>
+
+#include <algorithm>
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// Security is a matter of the whole process and can be set once only.
+bool comSecurityInitialized = false;
+
+bool ensureComSecurity() {
+    if (comSecurityInitialized) {
+        return true;
+    }
+    const HRESULT result =
+        CoInitializeSecurity(nullptr, -1, nullptr, nullptr, RPC_C_AUTHN_LEVEL_DEFAULT,
+                             RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE, nullptr);
+    // Never tried again, failed or not.
+    comSecurityInitialized = true;
+    // The host may have chosen the security of its process already.
+    return SUCCEEDED(result) || result == RPC_E_TOO_LATE;
+}
+
+struct Connection {
+    ComPtr<IWbemLocator> locator;
+    ComPtr<IWbemServices> services;
+};
+
+bool connect(Connection& connection) {
+    return SUCCEEDED(CoCreateInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER,
+                                      IID_PPV_ARGS(&connection.locator))) &&
+           SUCCEEDED(connection.locator->ConnectServer(ComString(L"ROOT\\WMI").get(), nullptr,
+                                                       nullptr, nullptr, 0, nullptr, nullptr,
+                                                       &connection.services)) &&
+           SUCCEEDED(CoSetProxyBlanket(connection.services.Get(), RPC_C_AUTHN_WINNT,
+                                       RPC_C_AUTHZ_NONE, nullptr, RPC_C_AUTHN_LEVEL_CALL,
+                                       RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE));
+}
+
+void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& pending,
+                 std::map<std::wstring, std::wstring>& results) {
+    OwnedVariant name;
+    if (FAILED(object.Get(L"InstanceName", 0, &name.get(), nullptr, nullptr))) {
+        return;
+    }
+    const std::wstring instanceName = wstringFromVARIANT(name.get());
+    const auto match =
+        std::find_if(pending.begin(), pending.end(), [&](const PendingMonitorId& candidate) {
+            return instanceName.starts_with(candidate.prefix);
+        });
+    if (match == pending.end()) {
+        return;
+    }
+    OwnedVariant serialNumber;
+    if (SUCCEEDED(object.Get(L"SerialNumberID", 0, &serialNumber.get(), nullptr, nullptr))) {
+        results[match->devicePath] = wstringFromVARIANT(serialNumber.get());
+    }
+}
+
+} // namespace
+
+void queryWmiMonitorIds(const std::vector<PendingMonitorId>& pending,
+                        std::map<std::wstring, std::wstring>& results) {
+    const MultithreadedApartment apartment;
+    if (!apartment.entered() || !ensureComSecurity()) {
+        return;
+    }
+    Connection connection;
+    ComPtr<IEnumWbemClassObject> objects;
+    if (!connect(connection) ||
+        FAILED(connection.services->ExecQuery(
+            ComString(L"WQL").get(), ComString(L"SELECT * FROM WmiMonitorID").get(),
+            WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &objects))) {
+        return;
+    }
+    for (;;) {
+        ComPtr<IWbemClassObject> object;
+        ULONG returned = 0;
+        objects->Next(static_cast<LONG>(WBEM_INFINITE), 1, &object, &returned);
+        if (returned == 0 || !object) {
+            return;
+        }
+        readMonitor(*object.Get(), pending, results);
+    }
+}
