@@ -11,26 +11,34 @@ namespace vorlen {
 
 namespace {
 
-// Destroys a service that is still there when the library is unloaded.
-std::unique_ptr<MonitorData> service;
+// Destroys a service that is still there when the library is unloaded, and so has to go before what
+// the service's lists live on: their first use here makes it first.
+struct ServiceOwner {
+    ServiceOwner() {
+        MonitorList::Get();
+        WindowList::Get();
+    }
+
+    std::unique_ptr<MonitorData> service;
+} owner;
 
 } // namespace
 
 void initModule() {
-    if (!service) {
-        service = std::make_unique<MonitorData>();
+    if (!owner.service) {
+        owner.service = std::make_unique<MonitorData>();
     }
 }
 
 void cleanupModule() {
     // The owner is empty before the service goes: nothing finds it while it is being destroyed.
-    const std::unique_ptr<MonitorData> retired = std::move(service);
+    const std::unique_ptr<MonitorData> retired = std::move(owner.service);
 }
 
 namespace monitor_internal {
 
 MonitorData* GetMonitorData() {
-    return service.get();
+    return owner.service.get();
 }
 
 } // namespace monitor_internal

@@ -1,17 +1,18 @@
 #include "monitor/display/monitor_identification.h"
 
 #include "monitor/display/wmi_query.h"
+#include "monitor/platform/mutex.h"
+#include "monitor/platform/worker.h"
 
 #include <algorithm>
-#include <exception>
 #include <map>
+#include <memory>
 #include <mutex>
-#include <thread>
 
 namespace {
 
 std::map<std::wstring, std::wstring> monitorIdCache; // never forgets a path
-std::mutex monitorIdCacheMutex;                      // held while a query runs
+Mutex monitorIdCacheMutex;                           // held while a query runs
 
 std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devicePaths) {
     std::vector<PendingMonitorId> pending;
@@ -29,20 +30,9 @@ std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devic
 
 // On a thread of its own the query gets a multithreaded apartment, whatever the caller's is.
 std::map<std::wstring, std::wstring> query(const std::vector<PendingMonitorId>& pending) {
-    std::map<std::wstring, std::wstring> results;
-    std::exception_ptr failure;
-    std::thread worker([&] {
-        try {
-            queryWmiMonitorIds(pending, results);
-        } catch (...) {
-            failure = std::current_exception();
-        }
-    });
-    worker.join();
-    if (failure) {
-        std::rethrow_exception(failure);
-    }
-    return results;
+    const auto results = std::make_shared<std::map<std::wstring, std::wstring>>();
+    runOnWorker([pending, results] { queryWmiMonitorIds(pending, *results); });
+    return std::move(*results);
 }
 
 } // namespace

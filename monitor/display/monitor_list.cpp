@@ -2,29 +2,34 @@
 
 #include "monitor/display/enumeration.h"
 #include "monitor/platform/combo_box.h"
+#include "monitor/platform/thread_slot.h"
 
 #include <stdexcept>
 
 namespace {
 
-thread_local MonitorList* instance = nullptr;
+// The calling thread's list. Made on first use, so that whoever made it use lives shorter.
+ThreadSlot<MonitorList>& instance() {
+    static ThreadSlot<MonitorList> slot;
+    return slot;
+}
 
 } // namespace
 
 MonitorList::MonitorList(bool includeAll) {
-    if (instance != nullptr) {
+    if (instance().Get() != nullptr) {
         throw std::logic_error("MonitorList already exists for this thread!");
     }
-    instance = this;
+    instance().Set(this);
     includeAllDisplays = includeAll;
 }
 
 MonitorList::~MonitorList() {
-    instance = nullptr;
+    instance().Clear();
 }
 
 MonitorList* MonitorList::Get() {
-    return instance;
+    return instance().Get();
 }
 
 // Intended: combo boxes show the monitors of the moment they were registered.

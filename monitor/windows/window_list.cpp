@@ -1,6 +1,7 @@
 #include "monitor/windows/window_list.h"
 
 #include "monitor/platform/combo_box.h"
+#include "monitor/platform/thread_slot.h"
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
 
@@ -10,7 +11,11 @@
 
 namespace {
 
-thread_local WindowList* instance = nullptr;
+// The calling thread's list. Made on first use, so that whoever made it use lives shorter.
+ThreadSlot<WindowList>& instance() {
+    static ThreadSlot<WindowList> slot;
+    return slot;
+}
 
 struct Seeding {
     WindowList& list;
@@ -20,12 +25,12 @@ struct Seeding {
 } // namespace
 
 WindowList::WindowList() {
-    delete instance;
-    instance = this;
+    delete instance().Get();
+    instance().Set(this);
     try {
         Seed();
     } catch (...) {
-        instance = nullptr;
+        instance().Clear();
         throw;
     }
     hook = EventHook(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent,
@@ -34,11 +39,11 @@ WindowList::WindowList() {
 
 WindowList::~WindowList() {
     hook = EventHook();
-    instance = nullptr;
+    instance().Clear();
 }
 
 WindowList* WindowList::Get() {
-    return instance;
+    return instance().Get();
 }
 
 void WindowList::Seed() {
@@ -73,7 +78,7 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
     if (child != CHILDID_SELF || !(gone || appeared)) {
         return;
     }
-    WindowList* const list = instance;
+    WindowList* const list = instance().Get();
     if (list == nullptr) {
         return;
     }

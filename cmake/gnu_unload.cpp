@@ -1,0 +1,63 @@
+// What GCC's runtime libraries, linked statically into an image, would leave behind in a process
+// that loads and unloads the image many times.
+
+#include <windows.h>
+
+#include <atomic>
+#include <cstdint>
+
+// Memory that the library sets aside for exceptions that are thrown when there is none left.
+namespace __gnu_cxx {
+void __freeres();
+}
+
+namespace {
+
+const struct ExceptionPool {
+    ~ExceptionPool() { __gnu_cxx::__freeres(); }
+} exceptionPool;
+
+SRWLOCK guardLock{};
+CONDITION_VARIABLE guardReleased{};
+
+// A guard is 64 bits, of which compiled code looks at the first byte itself.
+using Guard = std::int64_t;
+
+std::uint8_t& isDone(Guard* guard) {
+    return reinterpret_cast<std::uint8_t*>(guard)[0];
+}
+
+std::uint8_t& isInProgress(Guard* guard) {
+    return reinterpret_cast<std::uint8_t*>(guard)[1];
+}
+
+void release(Guard* guard, std::uint8_t done) {
+    AcquireSRWLockExclusive(&guardLock);
+    std::atomic_ref(isDone(guard)).store(done, std::memory_order_release);
+    isInProgress(guard) = 0;
+    ReleaseSRWLockExclusive(&guardLock);
+    WakeAllConditionVariable(&guardReleased);
+}
+
+} // namespace
+
+// The one-time initialisation of function-local statics, as the C++ ABI names it. The library's own
+// makes locks that nobody ends.
+extern "C" int __cxa_guard_acquire(Guard* guard) {
+    AcquireSRWLockExclusive(&guardLock);
+    while (isDone(guard) == 0 && isInProgress(guard) != 0) {
+        SleepConditionVariableSRW(&guardReleased, &guardLock, INFINITE, 0);
+    }
+    const int initialise = isDone(guard) == 0 ? 1 : 0;
+    isInProgress(guard) = static_cast<std::uint8_t>(initialise);
+    ReleaseSRWLockExclusive(&guardLock);
+    return initialise;
+}
+
+extern "C" void __cxa_guard_release(Guard* guard) {
+    release(guard, 1);
+}
+
+extern "C" void __cxa_guard_abort(Guard* guard) {
+    release(guard, 0);
+}
