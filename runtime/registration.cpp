@@ -46,6 +46,9 @@ Registry& registry() {
 template <typename F>
 HMODULE imageOf(F* function) {
     HMODULE image = nullptr;
+    if (function == nullptr) {
+        return image; // the system would take it for the program
+    }
     const BOOL found = GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
                                           reinterpret_cast<LPCWSTR>(function), &image);
