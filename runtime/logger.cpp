@@ -1,16 +1,21 @@
 #include "monitor/status/logger.h"
 
+#include "runtime/log_output.h"
+
 namespace vorlen::log {
 
 DebugCallback vllogger::debugCallback = nullptr;
 
-vllogger::vllogger() : initialized(true) {}
+// The sinks belong to the process, not to the image whose object this is.
+vllogger::vllogger() : initialized(false) {
+    static_cast<void>(logOutput());
+    initialized = true;
+}
+
 vllogger::~vllogger() = default;
 
 void vllogger::log(level_enum level, const std::string& message, bool) {
-    if (debugCallback != nullptr) {
-        debugCallback(static_cast<int>(level), message.c_str());
-    }
+    logOutput().log(level, message, debugCallback);
 }
 
 } // namespace vorlen::log

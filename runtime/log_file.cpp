@@ -1,0 +1,55 @@
+#include "runtime/log_file.h"
+
+#include "runtime/diagnostics.h"
+#include "runtime/system_file.h"
+#include "runtime/text.h"
+
+#include <system_error>
+
+namespace vorlen::log {
+
+namespace {
+
+// The last error of the calling thread, in C's own words where it has some: the system's would be
+// in its user's language and code page.
+std::string lastError() {
+    const auto number = static_cast<int>(GetLastError());
+    return "error " + std::to_string(number) + ": " +
+           std::system_category().default_error_condition(number).message();
+}
+
+} // namespace
+
+LogFile::LogFile(const std::wstring& name) : quotedName('"' + spellControls(toUtf8(name)) + '"') {
+    if (name.empty()) {
+        return;
+    }
+    // Readers, other writers and whoever moves a grown file away are not kept out.
+    file = CreateFileW(name.c_str(), FILE_APPEND_DATA,
+                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE) {
+        const std::string reason = lastError();
+        complain("the log file " + quotedName + " cannot be opened (" + reason +
+                 "): set VORLEN_LOG_FILE to a file in a folder that exists, both of which may be "
+                 "written");
+    }
+}
+
+LogFile::~LogFile() {
+    if (file != INVALID_HANDLE_VALUE) {
+        CloseHandle(file);
+    }
+}
+
+void LogFile::append(std::string_view line) {
+    if (file == INVALID_HANDLE_VALUE || writeAll(file, line) || failureSaid) {
+        return;
+    }
+    failureSaid = true;
+    const std::string reason = lastError();
+    complain("the log file " + quotedName + " cannot be written, and lines of it are missing (" +
+             reason + "): make room on its disk, or set VORLEN_LOG_FILE to a file elsewhere");
+}
+
+} // namespace vorlen::log

@@ -1,0 +1,63 @@
+#include "runtime/log_output.h"
+
+#include "runtime/log_level.h"
+#include "runtime/system_file.h"
+#include "runtime/text.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+namespace vorlen::log {
+
+namespace {
+
+LogOutput* madeOutput = nullptr;
+
+// Universal time to the millisecond, as ISO 8601 writes it.
+std::string timeNow() {
+    SYSTEMTIME now{};
+    GetSystemTime(&now);
+    char text[64];
+    std::snprintf(text, sizeof(text), "%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", now.wYear, now.wMonth,
+                  now.wDay, now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+    return text;
+}
+
+} // namespace
+
+LogOutput::LogOutput(const LogSettings& settings)
+    : threshold(settings.threshold), file(settings.fileName) {}
+
+void LogOutput::log(level_enum level, const std::string& message, DebugCallback callback) {
+    write(level, message);
+    // Without the lock: a callback may take its time, or log.
+    callbacks.call(callback, level, message);
+}
+
+void LogOutput::write(level_enum level, const std::string& message) {
+    // A number beyond the levels, which a caller's cast can make, counts as the level at that end.
+    level = std::clamp(level, level_enum::trace, level_enum::critical);
+    const std::string line = std::string(nameOf(level)) + ' ' + spellControls(message) + '\n';
+    const std::lock_guard lock(writing);
+    if (level >= threshold) {
+        // Nothing is left to tell when standard error itself cannot be written.
+        static_cast<void>(writeAll(GetStdHandle(STD_ERROR_HANDLE), line));
+    }
+    file.append(timeNow() + ' ' + line);
+}
+
+LogOutput& logOutput() {
+    static LogOutput& output = *(madeOutput = new LogOutput(logSettingsFromEnvironment()));
+    return output;
+}
+
+void closeLogOutput() {
+    delete madeOutput;
+    madeOutput = nullptr;
+}
+
+} // namespace vorlen::log
