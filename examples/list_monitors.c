@@ -1,0 +1,55 @@
+/*
+ * The smallest host: starts the service, lists the monitors of the desktop, ends the service.
+ * It is linked against both libraries, which lie beside it when it runs.
+ */
+#include "runtime/host.h"
+#include "vorlen/monitor.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <stdio.h>
+#include <stdlib.h>
+
+static int fail(const wchar_t* message) {
+    (void)fwprintf(stderr, L"list_monitors: %ls\n", message);
+    return EXIT_FAILURE;
+}
+
+static void print_monitor(const MonitorListItem* monitor) {
+    wprintf(L"%ls (%ls): %dx%d at %d,%d, %d Hz, handle 0x%llx\n", monitor->deviceName,
+            monitor->friendlyName, monitor->width, monitor->height, monitor->x, monitor->y,
+            monitor->refreshRate, (unsigned long long)(uintptr_t)monitor->handle);
+}
+
+static int list_monitors(void) {
+    const int size = getMonitorList(NULL, 0); /* how many there are */
+    /* One record more than needed, so that an empty list has an address, too. */
+    MonitorListItem* const monitors = calloc((size_t)size + 1, sizeof *monitors);
+    if (monitors == NULL) {
+        return fail(L"not enough memory for the list of monitors; close some programs");
+    }
+    /* One may have come or gone since: what counts is what was copied. */
+    const int count = getMonitorList(monitors, size);
+    for (int i = 0; i < count; ++i) {
+        print_monitor(&monitors[i]);
+    }
+    free(monitors);
+    return EXIT_SUCCESS;
+}
+
+int main(void) {
+    /* Any text on a console, UTF-8 in files and pipes; the buffer keeps numbers in one piece. */
+    _setmode(_fileno(stdout), _O_U8TEXT);
+    (void)setvbuf(stdout, NULL, _IOFBF, BUFSIZ);
+
+    if (!Vorlen_Initialize()) {
+        return EXIT_FAILURE; /* the runtime has said why */
+    }
+    const int result = list_monitors();
+    Vorlen_Shutdown();
+
+    if (fflush(stdout) != 0 || ferror(stdout)) {
+        return fail(L"cannot write to standard output; send it elsewhere");
+    }
+    return result;
+}

@@ -1,0 +1,39 @@
+"""A host that stays while tests look at the desktop."""
+
+import pathlib
+import select
+import shutil
+import subprocess
+
+from desktop import PROGRAMS, TIMEOUT_S, Desktop
+
+FILES = ("vorlen_runtime.dll", "libvorlen_monitor.dll", "../tests/tools/monitor_count.exe")
+
+
+class RunningHost:
+    """The test program monitor_count, which answers each line with the number of monitors.
+
+    While it runs, Wine stays up, too: a program that starts meanwhile is there in an instant, and
+    neither waits for Wine's own processes nor gets their messages on its standard error. Here they
+    are not wanted.
+    """
+
+    def __init__(self, desktop: Desktop, folder: pathlib.Path):
+        for file in FILES:
+            shutil.copy(PROGRAMS / file, folder)
+        self._process = desktop.start(
+            folder / "monitor_count.exe", stdin=subprocess.PIPE, stderr=subprocess.DEVNULL
+        )
+        self.number_of_monitors()
+
+    def number_of_monitors(self) -> int:
+        self._process.stdin.write("\n")
+        self._process.stdin.flush()
+        answered, _, _ = select.select([self._process.stdout], [], [], TIMEOUT_S)
+        assert answered, "the host does not answer"
+        return int(self._process.stdout.readline())
+
+    def close(self) -> None:
+        with self._process as process:
+            process.stdin.close()
+            assert process.wait(TIMEOUT_S) == 0

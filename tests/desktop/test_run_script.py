@@ -1,0 +1,168 @@
+"""./run as its user meets it."""
+
+import json
+import os
+import pty
+import signal
+import subprocess
+
+import pytest
+
+from desktop import RUN, TIMEOUT_S
+from processes import Marked, wait_until
+
+pytestmark = pytest.mark.usefixtures("prepared")
+
+UHD_AND_HD = [(0, 0, 3840, 2160, 60), (3840, 0, 1920, 1080, 60)]
+
+
+def start(marked: Marked, *arguments: str, **options) -> subprocess.Popen:
+    options = {
+        "env": marked.environment,
+        "stdin": subprocess.DEVNULL,
+        "stdout": subprocess.PIPE,
+        "stderr": subprocess.PIPE,
+        "encoding": "utf-8",
+        **options,
+    }
+    return subprocess.Popen([RUN, *arguments], **options)
+
+
+def run(marked: Marked, *arguments: str, **options) -> subprocess.CompletedProcess:
+    with start(marked, *arguments, **options) as process:
+        stdout, stderr = process.communicate(timeout=TIMEOUT_S)
+    return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+
+
+def layout(shown: subprocess.CompletedProcess) -> list[tuple]:
+    """Position, size and refresh rate of each monitor that `monitors --json` has shown."""
+    assert shown.returncode == 0, shown.stderr
+    keys = ("x", "y", "width", "height", "refreshRate")
+    return sorted(tuple(monitor[key] for key in keys) for monitor in json.loads(shown.stdout))
+
+
+def test_without_arguments_it_shows_the_monitors(marked):
+    shown = run(marked)
+    assert shown.returncode == 0
+    assert shown.stdout == run(marked, "monitors").stdout
+    assert "DISPLAY1" in shown.stdout
+
+
+def test_standard_error_is_empty_once_everything_is_built(marked):
+    assert run(marked, "monitors").stderr == ""
+
+
+def test_without_a_display_it_makes_one_with_two_outputs(marked):
+    assert layout(run(marked, "monitors", "--json")) == UHD_AND_HD
+
+
+def test_it_shows_the_display_of_the_user(marked, desktop):
+    desktop.xrandr("--output", "DUMMY1", "--off")
+    marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
+    assert layout(run(marked, "monitors", "--json")) == UHD_AND_HD[:1]
+
+
+@pytest.mark.parametrize(
+    "arguments", [("--virtual", "monitors", "--json"), ("monitors", "--json", "--virtual")]
+)
+def test_virtual_means_a_virtual_display_wherever_it_stands(marked, desktop, arguments):
+    desktop.xrandr("--output", "DUMMY1", "--off")
+    marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
+    assert layout(run(marked, *arguments)) == UHD_AND_HD
+
+
+def test_after_two_dashes_every_argument_is_the_programs(marked):
+    refused = run(marked, "monitors", "--", "--virtual")
+    assert refused.returncode != 0
+    assert "--virtual" in refused.stderr
+
+
+def test_a_display_that_cannot_be_opened_is_named(marked):
+    marked.environment["DISPLAY"] = ":none"
+    refused = run(marked, "monitors")
+    assert refused.returncode == 1
+    assert refused.stderr == (
+        "run: cannot open the display DISPLAY=:none: name one that runs, or pass --virtual\n"
+    )
+
+
+def test_it_works_from_any_folder(marked, tmp_path):
+    assert layout(run(marked, "monitors", "--json", cwd=tmp_path)) == UHD_AND_HD
+
+
+def test_it_works_through_a_link(marked, tmp_path):
+    link = tmp_path / "link"
+    link.symlink_to(RUN)
+    assert layout(run(marked, "monitors", "--json", executable=link)) == UHD_AND_HD
+
+
+def test_it_works_without_standard_input(marked):
+    closed = {"stdin": None, "preexec_fn": lambda: os.close(0)}
+    assert layout(run(marked, "monitors", "--json", **closed)) == UHD_AND_HD
+
+
+def test_the_exit_code_is_the_programs(marked, desktop):
+    refused = run(marked, "--no-such-option")
+    assert refused.returncode == desktop.run("vorlen-monitor.exe", "--no-such-option").returncode
+    assert refused.returncode != 0
+    assert refused.stderr != ""
+
+
+def test_two_at_the_same_time_do_not_disturb_each_other(marked):
+    both = [start(marked, "monitors", "--json") for _ in range(2)]
+    for process in both:
+        stdout, stderr = process.communicate(timeout=TIMEOUT_S)
+        shown = subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+        assert layout(shown) == UHD_AND_HD
+        assert stderr == ""
+
+
+def test_it_leaves_no_process_behind(marked):
+    run(marked, "monitors")
+    assert marked.processes() == {}
+
+
+INTERRUPTIONS = pytest.mark.parametrize(
+    "number", [signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM], ids=lambda n: n.name
+)
+
+
+@INTERRUPTIONS
+def test_interrupted_while_the_desktop_starts_it_leaves_no_process_behind(marked, number):
+    process = start(marked, "monitors")
+    wait_until(lambda: marked.find("Xorg"), "the X server starts")
+    process.send_signal(number)
+    stdout, _ = process.communicate(timeout=TIMEOUT_S)
+    assert (process.returncode, stdout) == (128 + number, "")
+    assert marked.processes() == {}
+
+
+@INTERRUPTIONS
+def test_interrupted_while_the_program_starts_it_leaves_no_process_behind(marked, number):
+    process = start(marked, "monitors")
+    wait_until(lambda: marked.find("vorlen-monitor.exe monitors"), "the program starts")
+    process.send_signal(number)
+    process.communicate(timeout=TIMEOUT_S)
+    assert process.returncode in (128 + number, 0), "0: the program ended by itself"
+    assert marked.processes() == {}
+
+
+def test_on_a_terminal_it_writes_plain_text(marked):
+    shown = run(marked, "monitors")
+    terminal, inside = pty.openpty()
+    process = start(marked, "monitors", stdout=inside)
+    os.close(inside)
+    assert read_terminal(terminal).replace("\r\n", "\n") == shown.stdout
+    process.communicate(timeout=TIMEOUT_S)
+    assert process.returncode == 0
+
+
+def read_terminal(terminal: int) -> str:
+    """Everything that is written to a terminal until nobody has it open any more."""
+    written = b""
+    while True:
+        try:
+            written += os.read(terminal, 4096)
+        except OSError:  # how Linux reports the end
+            os.close(terminal)
+            return written.decode("utf-8")

@@ -1,0 +1,134 @@
+"""scripts/with-desktop: what a command gets from it, and what is left afterwards."""
+
+import json
+import os
+import signal
+import subprocess
+import sys
+
+import pytest
+
+from desktop import HOLD_OPEN, TIMEOUT_S, WITH_DESKTOP
+from processes import Marked, wait_until
+
+pytestmark = pytest.mark.usefixtures("prepared")
+
+
+def start(marked: Marked, *command: str, **options) -> subprocess.Popen:
+    options = {
+        "env": marked.environment,
+        "stdin": subprocess.PIPE,
+        "stdout": subprocess.PIPE,
+        "stderr": subprocess.PIPE,
+        "encoding": "utf-8",
+        **options,
+    }
+    return subprocess.Popen([WITH_DESKTOP, *command], **options)
+
+
+def run(marked: Marked, *command: str, given: str = "") -> subprocess.CompletedProcess:
+    with start(marked, *command) as process:
+        stdout, stderr = process.communicate(given, timeout=TIMEOUT_S)
+    return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+
+
+def test_the_exit_code_is_the_commands(marked):
+    assert run(marked, "sh", "-c", "exit 7").returncode == 7
+
+
+def test_a_command_that_does_not_exist_is_named(marked):
+    missing = run(marked, "no-such-command")
+    assert missing.returncode == 127
+    assert "no-such-command" in missing.stderr
+
+
+def test_without_a_command_it_says_how_to_use_it(marked):
+    refused = run(marked, "--virtual")
+    assert refused.returncode == 1
+    assert refused.stderr == (
+        "with-desktop: no command given; usage: "
+        "scripts/with-desktop [--virtual] COMMAND [ARGS...]\n"
+    )
+
+
+def test_the_command_reads_standard_input(marked):
+    assert run(marked, "cat", given="text\n").stdout == "text\n"
+
+
+def test_the_display_has_two_outputs_and_a_slow_mode(marked):
+    outputs = run(marked, "xrandr").stdout
+    assert "DUMMY0 connected primary 3840x2160+0+0" in outputs
+    assert "DUMMY1 connected 1920x1080+3840+0" in outputs
+    assert "3840x2160_30" in outputs
+
+
+def test_the_users_display_is_kept(marked, desktop):
+    marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
+    assert run(marked, "sh", "-c", 'echo "$DISPLAY"').stdout.strip() == marked.environment["DISPLAY"]
+
+
+def test_a_desktop_inside_a_desktop_is_another_one(marked, desktop):
+    marked.environment.update(desktop.environment)
+    inner = run(marked, "--virtual", "sh", "-c", 'echo "$DISPLAY $WINEPREFIX"').stdout.split()
+    assert inner[0] != desktop.environment["DISPLAY"]
+    assert inner[1] != desktop.environment["WINEPREFIX"]
+
+
+def test_every_desktop_has_a_prefix_of_its_own(marked):
+    write = 'echo text >"$WINEPREFIX/drive_c/left"; cat "$WINEPREFIX/drive_c/left"'
+    assert run(marked, "sh", "-c", write).stdout == "text\n"
+    assert "left" not in run(marked, "sh", "-c", 'ls "$WINEPREFIX/drive_c"').stdout.split()
+
+
+def test_settings_of_the_users_own_wine_do_not_matter(marked):
+    marked.environment.update(WINEARCH="win32", WINEDEBUG="+all", WINEPREFIX="/nonexistent")
+    said = run(marked, "wine", "cmd", "/c", "echo text")
+    assert (said.returncode, said.stdout.strip(), said.stderr) == (0, "text", "")
+
+
+def test_it_removes_the_prefix_and_every_process(marked):
+    command = 'wine cmd /c "echo started"; sleep 1000 & echo "$WINEPREFIX"'
+    started, prefix = run(marked, "sh", "-c", command).stdout.splitlines()
+    assert started == "started"
+    assert not os.path.exists(prefix)
+    assert marked.processes() == {}
+
+
+def test_a_signal_reaches_the_command_which_decides_the_exit_code(marked):
+    command = "trap 'echo ending; exit 3' INT; echo started; while :; do sleep 0.02; done"
+    process = start(marked, "bash", "-c", command)
+    assert process.stdout.readline() == "started\n"
+    process.send_signal(signal.SIGINT)
+    stdout, _ = process.communicate(timeout=TIMEOUT_S)
+    assert (process.returncode, stdout) == (3, "ending\n")
+    assert marked.processes() == {}
+
+
+@pytest.mark.parametrize("number", [signal.SIGINT, signal.SIGTERM], ids=lambda n: n.name)
+def test_a_signal_ends_a_command_that_does_not_handle_it(marked, number):
+    process = start(marked, "cat")
+    process.stdin.write("started\n")
+    process.stdin.flush()
+    assert process.stdout.readline() == "started\n"
+    process.send_signal(number)
+    process.communicate(timeout=TIMEOUT_S)
+    assert process.returncode == 128 + number
+    assert marked.processes() == {}
+
+
+def test_killed_it_takes_its_processes_along(marked):
+    process = start(marked, "sh", "-c", "echo started; exec sleep 1000")
+    assert process.stdout.readline() == "started\n"
+    process.kill()
+    process.communicate(timeout=TIMEOUT_S)
+    wait_until(lambda: marked.processes() == {}, "all of its processes have ended")
+
+
+def test_what_a_killed_one_left_is_removed_by_the_next(marked):
+    process = start(marked, sys.executable, "-c", HOLD_OPEN)
+    prefix = json.loads(process.stdout.readline())["WINEPREFIX"]
+    process.kill()
+    process.communicate(timeout=TIMEOUT_S)
+    assert os.path.exists(prefix)
+    assert run(marked, "true").returncode == 0
+    assert not os.path.exists(prefix)

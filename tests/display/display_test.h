@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/support/display_modes.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+namespace tests {
+
+// A test of what lies below the exports: the objects of the library are linked into the test
+// program, whose own imports are redirected.
+class DisplayTest : public testing::Test {
+protected:
+    SimulatedDesktop desktop{GetModuleHandleW(nullptr), SimulatedDesktop::windowFunctions};
+};
+
+} // namespace tests

@@ -1,0 +1,66 @@
+#include "tests/windows/window_module_test.h"
+
+#include <gmock/gmock.h>
+
+#include <future>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+
+class WindowRefusalExport : public WindowModuleTest {
+protected:
+    const char* refusal() const { return module.exports->getWindowRefusal(window.handle); }
+
+    SimulatedWindow& window = add(L"a");
+};
+
+TEST_F(WindowRefusalExport, is_null_for_a_window_that_may_be_offered) {
+    EXPECT_EQ(refusal(), nullptr);
+}
+
+TEST_F(WindowRefusalExport, names_what_keeps_a_window_out) {
+    window.style |= WS_DISABLED;
+    EXPECT_STREQ(refusal(), "disabled");
+    window.visible = false;
+    EXPECT_STREQ(refusal(), "not visible");
+    desktop.windows.shellWindow = window.handle;
+    EXPECT_STREQ(refusal(), "shell window");
+    window.title.clear();
+    EXPECT_STREQ(refusal(), "no title");
+}
+
+TEST_F(WindowRefusalExport, is_a_missing_title_for_what_is_no_window) {
+    window.alive = false;
+    EXPECT_STREQ(refusal(), "no title");
+    EXPECT_STREQ(module.exports->getWindowRefusal(nullptr), "no title");
+}
+
+TEST_F(WindowRefusalExport, looks_at_the_window_as_it_is_now) {
+    module.init();
+    window.title = L"PopupHost";
+    window.className = L"Xaml_WindowedPopupClass";
+    EXPECT_STREQ(refusal(), "blocked");
+    EXPECT_THAT(titles(), ElementsAre(L"a"));
+}
+
+TEST_F(WindowRefusalExport, is_the_same_with_without_and_after_a_service) {
+    window.extendedStyle |= WS_EX_TOOLWINDOW;
+    const char* const before = refusal();
+    EXPECT_STREQ(before, "tool window");
+    module.init();
+    EXPECT_EQ(refusal(), before);
+    module.cleanup();
+    EXPECT_EQ(refusal(), before);
+}
+
+TEST_F(WindowRefusalExport, may_be_asked_for_on_any_thread) {
+    module.init();
+    window.root = nullptr;
+    const char* const reason = std::async(std::launch::async, [this] { return refusal(); }).get();
+    EXPECT_STREQ(reason, "not a root window");
+}
+
+} // namespace
+} // namespace tests

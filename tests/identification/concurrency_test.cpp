@@ -1,0 +1,88 @@
+#include "monitor/display/monitor_identification.h"
+#include "tests/identification/identification_test.h"
+
+#include <chrono>
+#include <latch>
+#include <semaphore>
+#include <thread>
+
+namespace tests {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::Each;
+
+// How long to look out for something that must not happen.
+constexpr auto lookout = 200ms;
+
+// On the objects that are linked into this program: every test has a path of its own.
+class Concurrency : public testing::Test {
+protected:
+    Journal journal;
+    Redirects redirects{GetModuleHandleW(nullptr), {}};
+    Wmi wmi{redirects, journal};
+};
+
+TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_the_text) {
+    const std::wstring path = devicePath(L"VLN0001", L"asked by eight");
+    wmi.add(instanceName(L"VLN0001", L"asked by eight"), L"SN-8");
+    std::binary_semaphore secondQuery(0);
+    journal.at("CoInitializeEx", 2, [&] { secondQuery.release(); });
+    journal.at("IWbemServices::ExecQuery", 1,
+               [&] { EXPECT_FALSE(secondQuery.try_acquire_for(lookout)); });
+
+    std::latch start(8);
+    std::vector<std::wstring> texts(8);
+    std::vector<std::thread> threads;
+    for (std::wstring& text : texts) {
+        threads.emplace_back([&] {
+            start.arrive_and_wait();
+            cacheMonitorIds({path});
+            text = getCachedMonitorId(path);
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_THAT(texts, Each(L"SN-8"));
+    EXPECT_EQ(journal.count("IWbemServices::ExecQuery"), 1u);
+}
+
+TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_after_the_other) {
+    std::binary_semaphore secondQuery(0);
+    journal.at("CoInitializeEx", 2, [&] { secondQuery.release(); });
+    journal.at("IWbemServices::ExecQuery", 1,
+               [&] { EXPECT_FALSE(secondQuery.try_acquire_for(lookout)); });
+
+    std::latch start(2);
+    const auto ask = [&](const wchar_t* instance) {
+        start.arrive_and_wait();
+        cacheMonitorIds({devicePath(L"VLN0001", instance)});
+    };
+    std::thread first(ask, L"asked by the first");
+    std::thread second(ask, L"asked by the second");
+    first.join();
+    second.join();
+    EXPECT_EQ(journal.count("IWbemServices::ExecQuery"), 2u);
+}
+
+TEST_F(Concurrency, a_lookup_waits_for_the_query_that_runs) {
+    const std::wstring path = devicePath(L"VLN0001", L"looked up meanwhile");
+    wmi.add(instanceName(L"VLN0001", L"looked up meanwhile"), L"SN-1");
+    std::binary_semaphore answered(0);
+    std::wstring answer;
+    std::thread lookup;
+    journal.at("IWbemServices::ExecQuery", 1, [&] {
+        lookup = std::thread([&] {
+            answer = getCachedMonitorId(path);
+            answered.release();
+        });
+        EXPECT_FALSE(answered.try_acquire_for(lookout));
+    });
+    cacheMonitorIds({path});
+    lookup.join();
+    EXPECT_EQ(answer, L"SN-1");
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "tests/support/module_test.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace tests {
+
+// The device path of a monitor, and the WMI instance name that belongs to it.
+inline std::wstring devicePath(const std::wstring& hardware, const std::wstring& instance) {
+    return LR"(\\?\DISPLAY#)" + hardware + L"#" + instance +
+           L"#{e6f07b5f-ee97-4a90-b076-33f57bf4eaa7}";
+}
+inline std::wstring instanceName(const std::wstring& hardware, const std::wstring& instance) {
+    return LR"(DISPLAY\)" + hardware + LR"(\)" + instance + L"_0";
+}
+
+// A test of the identification in the shipped library, whose service has been made on a desktop
+// without monitors and without a question to WMI.
+class IdentificationTest : public ModuleTest {
+protected:
+    void SetUp() override {
+        module.init();
+        ASSERT_THAT(desktop.wmi.calls(), testing::IsEmpty());
+    }
+
+    // Puts a monitor on the desktop, behind the others.
+    void attach(const std::wstring& path) {
+        const std::wstring name = LR"(\\.\DISPLAY)" + std::to_wstring(desktop.monitors.all.size());
+        desktop.monitors.add(name, DisplayMode{0, 0, 1920, 1080, 60});
+        desktop.displayPaths.add(name, L"Model", path);
+    }
+
+    // Lets the module enumerate once more, forgetting the calls before, and returns the identifiers
+    // that its list then shows.
+    std::vector<std::wstring> identify() {
+        desktop.journal.clear();
+        module.exports->updateMonitorList();
+        std::vector<MonitorListItem> items(desktop.monitors.all.size());
+        const int count =
+            module.exports->getMonitorList(items.data(), static_cast<std::int32_t>(items.size()));
+        EXPECT_EQ(static_cast<std::size_t>(count), items.size());
+        std::vector<std::wstring> identifiers;
+        for (const MonitorListItem& item : items) {
+            identifiers.emplace_back(item.monitorId);
+        }
+        return identifiers;
+    }
+};
+
+} // namespace tests

@@ -1,0 +1,127 @@
+#include "tests/recording_runtime/recording_runtime.h"
+
+#include "tests/support/private_member.h"
+
+#include <optional>
+#include <stdexcept>
+
+namespace tests {
+
+using vorlen::VorlenCore;
+
+struct MonitorIndex {
+    using type = std::int32_t VorlenCore::*;
+    friend type memberOf(MonitorIndex);
+};
+
+struct KnownModels {
+    using type = std::vector<std::string> VorlenCore::*;
+    friend type memberOf(KnownModels);
+};
+
+template struct PrivateMember<MonitorIndex, &VorlenCore::monitorIndex>;
+template struct PrivateMember<KnownModels, &VorlenCore::knownModels>;
+
+namespace {
+
+using vorlen::MonitorWrapper;
+using vorlen::WindowEnumWrapper;
+
+class Recorder final : public RecordingRuntime {
+public:
+    const std::vector<std::string>& registrations() const override { return calls; }
+
+    const MonitorWrapper* monitorWrapper() const override {
+        return monitorTable ? &*monitorTable : nullptr;
+    }
+
+    const WindowEnumWrapper* windowEnumWrapper() const override {
+        return windowTable ? &*windowTable : nullptr;
+    }
+
+    void init() const override { run(initFunction); }
+    void cleanup() const override { run(cleanupFunction); }
+
+    const std::vector<vorlen::VORLEN_MONITOR_INFO>& monitorItems() const override {
+        return core().GetMonitorItems();
+    }
+
+    void setMonitorName(const std::string& name) override { core().SetMonitorName(name); }
+    const std::string& monitorName() const override { return core().GetMonitorName(); }
+    void setMonitorModelName(const std::string& name) override { core().SetMonitorModelName(name); }
+    const std::string& monitorModelName() const override { return core().GetMonitorModelName(); }
+    void makeModelKnown(const std::string& modelName) override {
+        core().SetVorlenModelName(modelName);
+    }
+
+    void setMonitorIndex(std::int32_t index) override { core().*memberOf(MonitorIndex{}) = index; }
+
+    void resetCore() override {
+        core().ClearMonitorList();
+        core().SetMonitorName("");
+        core().SetMonitorModelName("");
+        (core().*memberOf(KnownModels{})).clear();
+    }
+
+    std::vector<std::string> calls;
+    std::optional<MonitorWrapper> monitorTable;
+    std::optional<WindowEnumWrapper> windowTable;
+    void (*initFunction)() = nullptr;
+    void (*cleanupFunction)() = nullptr;
+
+private:
+    static VorlenCore& core() { return VorlenCore::Instance(); }
+
+    static void run(void (*function)()) {
+        if (function == nullptr) {
+            throw std::logic_error("no module registered this function");
+        }
+        function();
+    }
+};
+
+// Not destroyed: a module may be unloaded after the runtime's own objects are gone.
+Recorder& recorder() {
+    static Recorder& theRecorder = *new Recorder;
+    return theRecorder;
+}
+
+} // namespace
+} // namespace tests
+
+using tests::recorder;
+
+tests::RecordingRuntime* RecordingRuntime_Get() {
+    return &recorder();
+}
+
+void Vorlen_RegisterModuleVersion(const char* name, std::int32_t major, std::int32_t minor,
+                                  std::int32_t patch) {
+    recorder().calls.push_back("RegisterModuleVersion(" + std::string(name) + ", " +
+                               std::to_string(major) + ", " + std::to_string(minor) + ", " +
+                               std::to_string(patch) + ")");
+}
+
+void Vorlen_RegisterModuleInit(void (*init)()) {
+    recorder().calls.emplace_back("RegisterModuleInit");
+    recorder().initFunction = init;
+}
+
+void Vorlen_RegisterModuleCleanup(void (*cleanup)()) {
+    recorder().calls.emplace_back("RegisterModuleCleanup");
+    recorder().cleanupFunction = cleanup;
+}
+
+namespace vorlen::runtime_internal {
+
+void RegisterMonitorWrapper(const MonitorWrapper& wrapper) {
+    recorder().calls.emplace_back("RegisterMonitorWrapper");
+    recorder().monitorTable = wrapper;
+}
+
+void RegisterWindowEnumWrapper(const WindowEnumWrapper& wrapper) {
+    recorder().calls.emplace_back("RegisterWindowEnumWrapper");
+    recorder().windowTable = wrapper;
+}
+
+} // namespace vorlen::runtime_internal

@@ -1,0 +1,181 @@
+#include "tests/runtime/logger_fixture.h"
+#include "tests/support/import_redirect.h"
+
+#include <windows.h>
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+namespace tests {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+using LogFile = LoggerTest;
+
+TEST_F(LogFile, gets_every_line_whatever_the_threshold) {
+    level.set(L"critical");
+    fileName.set(file.wstring());
+    one->logByEachMember("message");
+    EXPECT_THAT(withoutTimes(linesInFile()),
+                ElementsAre("trace message", "debug message", "info message", "warn message",
+                            "error message", "critical message"));
+    EXPECT_THAT(linesOnStandardError(), ElementsAre("critical message"));
+    EXPECT_THAT(complaints(), IsEmpty());
+}
+
+WINAPI void fakeSystemTime(SYSTEMTIME* now) {
+    *now = {.wYear = 2001,
+            .wMonth = 2,
+            .wDayOfWeek = 6,
+            .wDay = 3,
+            .wHour = 4,
+            .wMinute = 5,
+            .wSecond = 6,
+            .wMilliseconds = 7};
+}
+
+TEST_F(LogFile, starts_each_line_with_the_universal_time_to_the_millisecond) {
+    const ImportRedirect time(runtime->image(), "GetSystemTime", addressOf(fakeSystemTime));
+    fileName.set(file.wstring());
+    one->log(level_enum::info, "message");
+    EXPECT_EQ(contentsOf(file), "2001-02-03T04:05:06.007Z info message\n");
+}
+
+TEST_F(LogFile, can_be_read_up_to_the_last_line_while_the_runtime_is_loaded) {
+    fileName.set(file.wstring());
+    one->log(level_enum::info, "first");
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("info first"));
+    one->log(level_enum::info, "second");
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("info first", "info second"));
+}
+
+TEST_F(LogFile, is_continued_when_the_runtime_is_loaded_again) {
+    std::ofstream(file, std::ios::binary) << "from before\n";
+    fileName.set(file.wstring());
+    one->log(level_enum::info, "first");
+    unload();
+    load();
+    one->log(level_enum::info, "second");
+    const auto lines = linesInFile();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[0], "from before");
+    EXPECT_EQ(withoutTime(lines[1]), "info first");
+    EXPECT_EQ(withoutTime(lines[2]), "info second");
+}
+
+TEST_F(LogFile, is_closed_when_the_runtime_is_unloaded) {
+    fileName.set(file.wstring());
+    one->log(level_enum::info, "message");
+    unload();
+    const HANDLE alone = CreateFileW(file.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                     FILE_ATTRIBUTE_NORMAL, nullptr);
+    EXPECT_NE(alone, INVALID_HANDLE_VALUE) << "error " << GetLastError();
+    CloseHandle(alone);
+}
+
+TEST_F(LogFile, is_not_made_before_an_image_logs) {
+    fileName.set(file.wstring());
+    EXPECT_FALSE(std::filesystem::exists(file));
+    EXPECT_TRUE(one->isInitialized());
+    EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(LogFile, can_be_moved_away_while_the_runtime_is_loaded) {
+    fileName.set(file.wstring());
+    one->log(level_enum::info, "message");
+    EXPECT_NO_THROW(std::filesystem::rename(file, folder.path / L"old.log"));
+}
+
+class UnusableLogFile : public LogFile {
+protected:
+    void expectOneComplaintAndNothingElse(const std::wstring& name, const std::string& shownAs) {
+        fileName.set(name);
+        EXPECT_TRUE(one->isInitialized());
+        one->log(level_enum::error, "first");
+        one->log(level_enum::error, "second");
+        two->log(level_enum::error, "third");
+        EXPECT_THAT(complaints(), ElementsAre(AllOf(HasSubstr("the log file \"" + shownAs + "\""),
+                                                    HasSubstr("cannot be opened (error "),
+                                                    HasSubstr("set VORLEN_LOG_FILE to a file"))));
+        EXPECT_THAT(linesOnStandardError(),
+                    ElementsAre("error first", "error second", "error third"));
+    }
+};
+
+TEST_F(UnusableLogFile, in_a_folder_that_does_not_exist_is_said_once) {
+    expectOneComplaintAndNothingElse(L"no such folder\\\u00E4.log", "no such folder\\\xC3\xA4.log");
+    EXPECT_THAT(complaints(), ElementsAre(HasSubstr("No such file or directory")));
+}
+
+TEST_F(UnusableLogFile, that_is_a_folder_is_said_once) {
+    std::filesystem::create_directory(file);
+    const std::u8string name = file.u8string();
+    expectOneComplaintAndNothingElse(file.wstring(), {name.begin(), name.end()});
+    EXPECT_THAT(complaints(), ElementsAre(HasSubstr("Permission denied")));
+}
+
+TEST_F(UnusableLogFile, with_characters_that_no_name_may_have_is_said_once) {
+    expectOneComplaintAndNothingElse(L"what?\nnow|\xD800", "what?<U+000A>now|\xEF\xBF\xBD");
+}
+
+WINAPI BOOL fullDisk(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED* how) {
+    if (file != GetStdHandle(STD_ERROR_HANDLE)) {
+        *written = 0;
+        SetLastError(ERROR_DISK_FULL);
+        return FALSE;
+    }
+    return WriteFile(file, bytes, size, written, how);
+}
+
+WINAPI BOOL nothingTaken(HANDLE, const void*, DWORD, DWORD* written, OVERLAPPED*) {
+    *written = 0;
+    return TRUE;
+}
+
+WINAPI BOOL byteByByte(HANDLE file, const void* bytes, DWORD, DWORD* written, OVERLAPPED* how) {
+    return WriteFile(file, bytes, 1, written, how);
+}
+
+TEST_F(LogFile, on_a_full_disk_is_said_once_and_is_written_again_when_there_is_room) {
+    fileName.set(file.wstring());
+    one->log(level_enum::error, "first");
+    {
+        const ImportRedirect disk(runtime->image(), "WriteFile", addressOf(fullDisk));
+        one->log(level_enum::error, "second");
+        two->log(level_enum::error, "third");
+    }
+    one->log(level_enum::error, "fourth");
+    EXPECT_THAT(complaints(),
+                ElementsAre(AllOf(HasSubstr("every line"), HasSubstr("cannot be written"),
+                                  HasSubstr("No space left on device"))));
+    EXPECT_THAT(linesOnStandardError(),
+                ElementsAre("error first", "error second", "error third", "error fourth"));
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error first", "error fourth"));
+}
+
+TEST_F(LogFile, that_takes_nothing_does_not_hold_up_the_program) {
+    fileName.set(file.wstring());
+    one->log(level_enum::error, "first");
+    {
+        const ImportRedirect disk(runtime->image(), "WriteFile", addressOf(nothingTaken));
+        one->log(level_enum::error, "second");
+    }
+    EXPECT_THAT(complaints(), ElementsAre(HasSubstr("cannot be written")));
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error first"));
+}
+
+TEST_F(LogFile, gets_whole_lines_from_a_system_that_takes_them_in_parts) {
+    fileName.set(file.wstring());
+    const ImportRedirect disk(runtime->image(), "WriteFile", addressOf(byteByByte));
+    one->log(level_enum::error, "message");
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error message"));
+    EXPECT_THAT(linesOnStandardError(), ElementsAre("error message"));
+}
+
+} // namespace
+} // namespace tests

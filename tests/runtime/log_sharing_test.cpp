@@ -1,0 +1,100 @@
+#include "tests/runtime/logger_fixture.h"
+#include "tests/support/allocations.h"
+
+#include <gmock/gmock.h>
+
+#include <latch>
+#include <thread>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAreArray;
+
+class SharedLog : public LoggerTest {
+protected:
+    SharedLog() { fileName.set(file.wstring()); }
+};
+
+TEST_F(SharedLog, is_one_for_images_with_an_object_each) {
+    one->log(level_enum::error, "first");
+    two->log(level_enum::error, "second");
+    one->log(level_enum::error, "third");
+    EXPECT_NE(one->loggerAddress(), two->loggerAddress());
+    EXPECT_THAT(linesOnStandardError(), ElementsAre("error first", "error second", "error third"));
+    EXPECT_THAT(withoutTimes(linesInFile()),
+                ElementsAre("error first", "error second", "error third"));
+}
+
+TEST_F(SharedLog, stays_open_for_other_images_when_one_is_unloaded_and_comes_back) {
+    one->log(level_enum::error, "first");
+    two->log(level_enum::error, "second");
+    one.reset();
+    two->log(level_enum::error, "third");
+    one.emplace("runtime/logging_image_one.dll");
+    one->log(level_enum::error, "fourth");
+    EXPECT_THAT(withoutTimes(linesInFile()),
+                ElementsAre("error first", "error second", "error third", "error fourth"));
+}
+
+TEST_F(SharedLog, gets_what_an_image_says_while_it_is_unloaded) {
+    one->logWhenUnloaded("last words");
+    unload();
+    EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error last words"));
+}
+
+TEST_F(SharedLog, leaves_nothing_behind_when_the_runtime_is_unloaded) {
+    level.set(L"loud");
+    const Allocations memory({runtime->image()});
+    one->registerCallback([](int, const char*) {});
+    one->log(level_enum::error, "message");
+    EXPECT_GT(memory.outstanding(), 0u);
+    unload();
+    EXPECT_EQ(memory.outstanding(), 0u);
+}
+
+TEST_F(SharedLog, is_set_up_once_by_threads_that_log_for_the_first_time_together) {
+    level.set(L"loud");
+    std::latch ready(8);
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < 8; ++i) {
+            threads.emplace_back([&, image = i % 2 == 0 ? &*one : &*two] {
+                ready.arrive_and_wait();
+                image->log(level_enum::info, "message");
+            });
+        }
+    }
+    EXPECT_EQ(complaints().size(), 1u);
+    EXPECT_EQ(linesInFile().size(), 8u);
+}
+
+TEST_F(SharedLog, keeps_lines_whole_and_in_one_order_when_threads_log_together) {
+    constexpr int threadCount = 4;
+    constexpr int lineCount = 100;
+    std::vector<std::string> expected;
+    std::latch ready(threadCount);
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < threadCount; ++i) {
+            const std::string text(static_cast<std::size_t>(100 * i + 1),
+                                   static_cast<char>('a' + i));
+            for (int line = 0; line < lineCount; ++line) {
+                expected.push_back("error " + text + std::to_string(line));
+            }
+            threads.emplace_back([&ready, text, image = i % 2 == 0 ? &*one : &*two] {
+                ready.arrive_and_wait();
+                for (int line = 0; line < lineCount; ++line) {
+                    image->log(level_enum::error, text + std::to_string(line));
+                }
+            });
+        }
+    }
+    const auto lines = withoutTimes(linesInFile());
+    EXPECT_EQ(lines, linesOnStandardError());
+    EXPECT_THAT(lines, UnorderedElementsAreArray(expected));
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,126 @@
+#include "monitor/service/monitor_data.h"
+#include "runtime/core.h"
+#include "tests/recording_runtime/core_calls.h"
+#include "tests/recording_runtime/recording_runtime.h"
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/support/display_modes.h"
+#include "tests/support/service_members.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <new>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using vorlen::MonitorData;
+using vorlen::VorlenCore;
+
+HMODULE thisProgram() {
+    return GetModuleHandleW(nullptr);
+}
+
+// The service's objects, linked into this program: for members that no export reaches.
+class Service : public testing::Test {
+protected:
+    Service() {
+        RecordingRuntime_Get()->resetCore();
+        desktop.addMonitor(display1, L"Model A", wideMode);
+        desktop.addMonitor(display2, L"Model B", smallMode);
+    }
+
+    ~Service() override { EXPECT_EQ(MonitorList::Get(), nullptr) << "a list was left behind"; }
+
+    SimulatedDesktop desktop{thisProgram()};
+    CoreCalls core{thisProgram(), desktop.journal};
+};
+
+TEST_F(Service, makes_a_monitor_list_of_its_own_where_the_thread_has_none) {
+    MonitorData service;
+    EXPECT_EQ(MonitorList::Get(), monitorListOf(service).get());
+    EXPECT_THAT(MonitorList::Get()->GetMonitors(), SizeIs(2)) << "without All Displays";
+}
+
+TEST_F(Service, takes_over_the_list_that_the_thread_has_and_destroys_it) {
+    auto* const existing = new MonitorList(false);
+    {
+        MonitorData service;
+        EXPECT_EQ(monitorListOf(service).get(), existing);
+    }
+    EXPECT_EQ(MonitorList::Get(), nullptr);
+}
+
+TEST_F(Service, treats_all_displays_of_a_list_that_it_took_over_like_a_monitor) {
+    new MonitorList(true); // taken over by the service
+    MonitorData service;
+    ASSERT_THAT(service.GetMonitorList(), SizeIs(3));
+    EXPECT_EQ(service.GetMonitorList()[2].handle, nullptr);
+    EXPECT_EQ(service.GetMonitorList()[2].deviceName, L"All Displays");
+    ASSERT_THAT(VorlenCore::Instance().GetMonitorItems(), SizeIs(3));
+    EXPECT_EQ(VorlenCore::Instance().GetMonitorItems()[2].friendlyName, "All Displays");
+}
+
+TEST_F(Service, destroys_a_list_that_it_took_over_when_it_cannot_be_made) {
+    new MonitorList(false); // taken over by the service
+    desktop.journal.at("VorlenCore::ClearMonitorList", 1, [] { throw std::bad_alloc(); });
+    EXPECT_THROW(MonitorData(), std::bad_alloc);
+    EXPECT_EQ(MonitorList::Get(), nullptr);
+}
+
+TEST_F(Service, without_a_monitor_list_leaves_everything_as_it_is) {
+    MonitorData service;
+    const auto before = lastMonitorUpdate(service);
+    std::unique_ptr<MonitorList> list = std::move(monitorListOf(service));
+    desktop.clock.advance(std::chrono::seconds(1));
+    desktop.journal.clear();
+
+    service.UpdateMonitorList();
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_EQ(lastMonitorUpdate(service), before);
+    EXPECT_THAT(cachedMonitors(service), SizeIs(2));
+    EXPECT_THAT(VorlenCore::Instance().GetMonitorItems(), SizeIs(2));
+}
+
+TEST_F(Service, without_a_monitor_list_can_be_destroyed) {
+    MonitorData service;
+    monitorListOf(service).reset();
+}
+
+TEST_F(Service, hands_names_to_the_core_as_they_are) {
+    MonitorData service;
+    service.SetCurrentMonitorName("name \xE9");
+    service.SetVorlenModelName("model \xE9");
+    service.SetMonitorModelName(std::string("a\0b", 3));
+    EXPECT_THAT(core.texts, ElementsAre("name \xE9", "model \xE9", std::string("a\0b", 3)));
+    EXPECT_EQ(VorlenCore::Instance().GetMonitorName(), "name \xE9");
+    EXPECT_EQ(VorlenCore::Instance().GetMonitorModelName(), std::string("a\0b", 3));
+}
+
+TEST_F(Service, hands_the_low_byte_of_each_unit_of_a_wide_name_to_the_core) {
+    MonitorData service;
+    const wchar_t* const wide = L"AB\u00E9";
+    service.SetCurrentMonitorName(wide);
+    service.SetVorlenModelName(wide);
+    service.GetVorlenModelName(wide);
+    service.GetVorlenCameraNameByVorlenModelName(wide);
+    const std::string narrow = "\x41\x42\xE9";
+    EXPECT_THAT(core.texts, ElementsAre(narrow, narrow, narrow, narrow));
+}
+
+TEST_F(Service, hands_out_the_cores_own_answers) {
+    MonitorData service;
+    service.SetMonitorModelName("model");
+    EXPECT_EQ(&service.GetMonitorModelName(), &VorlenCore::Instance().GetMonitorModelName());
+    EXPECT_EQ(&service.GetVorlenModelName("device"),
+              &VorlenCore::Instance().GetVorlenModelName("device"));
+    core.cameraName = "camera";
+    EXPECT_EQ(service.GetVorlenCameraNameByVorlenModelName("model"), core.cameraName.c_str());
+    EXPECT_EQ(service.GetVorlenCameraNameByVorlenModelName(L"model"), core.cameraName.c_str());
+}
+
+} // namespace
+} // namespace tests

@@ -1,0 +1,67 @@
+#include "tests/simulated_desktop/event_hooks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tests {
+
+EventHooks::EventHooks(Redirects& redirects, Journal& calls) : journal(calls) {
+    redirects.replace<decltype(SetWinEventHook)>("SetWinEventHook", install);
+    redirects.replace<decltype(UnhookWinEvent)>("UnhookWinEvent", release);
+}
+
+void EventHooks::deliver(DWORD event, HWND window, LONG object, LONG child) {
+    // Handling an event may install and release hooks.
+    const std::size_t count = all.size();
+    for (std::size_t i = 0; i < count; ++i) {
+        const SimulatedEventHook hook = all[i];
+        if (!hook.released && hook.thread == GetCurrentThreadId()) {
+            hook.procedure(hook.handle, event, window, object, child, hook.thread, 0);
+        }
+    }
+}
+
+std::size_t EventHooks::installed() const {
+    return static_cast<std::size_t>(
+        std::count_if(all.begin(), all.end(), [](const auto& hook) { return !hook.released; }));
+}
+
+HWINEVENTHOOK WINAPI EventHooks::install(DWORD firstEvent, DWORD lastEvent, HMODULE library,
+                                         WINEVENTPROC procedure, DWORD process, DWORD thread,
+                                         DWORD flags) {
+    EXPECT_EQ(firstEvent, 0x8001u) << "the destruction of an object is the first event";
+    EXPECT_EQ(lastEvent, 0x8018u) << "the uncloaking of an object is the last event";
+    EXPECT_EQ(library, nullptr);
+    EXPECT_NE(procedure, nullptr);
+    EXPECT_EQ(process, 0u) << "the events of all processes are wanted";
+    EXPECT_EQ(thread, 0u) << "the events of all threads are wanted";
+    EXPECT_EQ(flags, 0u) << "the events are to be delivered out of context";
+    if (get().journal.enter("SetWinEventHook")) {
+        return nullptr;
+    }
+    auto& all = get().all;
+    const auto handle = reinterpret_cast<HWINEVENTHOOK>(0x40001 + all.size());
+    all.push_back({handle, procedure, GetCurrentThreadId(), false});
+    return handle;
+}
+
+WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
+    const bool fails = get().journal.enter("UnhookWinEvent").has_value();
+    SetLastError(errorAfterRelease);
+    auto& all = get().all;
+    const auto hook = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
+        return candidate.handle == handle && !candidate.released;
+    });
+    if (hook == all.end() || hook->thread != GetCurrentThreadId()) {
+        ADD_FAILURE() << "no hook of this thread was installed under the handle " << handle;
+        return FALSE;
+    }
+    if (fails) {
+        return FALSE;
+    }
+    hook->released = true;
+    return TRUE;
+}
+
+} // namespace tests

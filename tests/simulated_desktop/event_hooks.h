@@ -1,0 +1,50 @@
+#pragma once
+
+#include "tests/simulated_desktop/journal.h"
+#include "tests/simulated_desktop/redirects.h"
+#include "tests/support/current.h"
+
+#include <windows.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace tests {
+
+struct SimulatedEventHook {
+    HWINEVENTHOOK handle = nullptr;
+    WINEVENTPROC procedure = nullptr;
+    DWORD thread = 0; // that installed it, and to which its events go
+    bool released = false;
+};
+
+// The window-event hooks behind SetWinEventHook and UnhookWinEvent. Events are delivered when a
+// test says so: the platform would do it while the thread retrieves messages.
+class EventHooks : private Current<EventHooks> {
+public:
+    // What UnhookWinEvent leaves as the last-error value.
+    static constexpr DWORD errorAfterRelease = 0x1234;
+
+    EventHooks(Redirects& redirects, Journal& calls);
+
+    // Hands the event to the hooks of the calling thread, in the order of their installation. Any
+    // event, also one outside their range: that is checked when a hook is installed.
+    void deliver(DWORD event, HWND window, LONG object = OBJID_WINDOW, LONG child = CHILDID_SELF);
+
+    // Hooks of any thread that are not released.
+    std::size_t installed() const;
+
+    // In the order of installation, released ones included.
+    std::vector<SimulatedEventHook> all;
+
+private:
+    friend class Current<EventHooks>;
+    static HWINEVENTHOOK WINAPI install(DWORD firstEvent, DWORD lastEvent, HMODULE library,
+                                        WINEVENTPROC procedure, DWORD process, DWORD thread,
+                                        DWORD flags);
+    static WINBOOL WINAPI release(HWINEVENTHOOK handle);
+
+    Journal& journal;
+};
+
+} // namespace tests

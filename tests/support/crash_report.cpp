@@ -1,0 +1,23 @@
+// Part of every test program, to make it end as a failure when it crashes: left to Wine, a program
+// that crashed on a thread other than its first may end with exit code 0.
+
+#include <windows.h>
+
+#include <cstdio>
+
+namespace {
+
+constexpr UINT crashExitCode = 3;
+
+LONG WINAPI endProgram(EXCEPTION_POINTERS* exception) {
+    std::fprintf(stderr, "The test program crashed: exception 0x%08lX at %p\n",
+                 exception->ExceptionRecord->ExceptionCode,
+                 exception->ExceptionRecord->ExceptionAddress);
+    std::fflush(stderr);
+    TerminateProcess(GetCurrentProcess(), crashExitCode);
+    return EXCEPTION_CONTINUE_SEARCH;
+}
+
+[[maybe_unused]] const auto previousFilter = SetUnhandledExceptionFilter(endProgram);
+
+} // namespace

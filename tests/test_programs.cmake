@@ -1,0 +1,21 @@
+# vorlen_tests(<name> SOURCES ... [LIBRARIES ...] [NEEDS ...] [FOLDER <folder>]): a test program and
+# its CTest entry, which is called <name>. It links the libraries; the targets that it needs are
+# built before it, for it to load. FOLDER, below the tests' own, is where a program lies that
+# imports a library lying there. The order of the tests is another in every run; GoogleTest prints
+# the seed.
+function(vorlen_tests name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
+    set(program ${name}_tests)
+    add_executable(${program} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp)
+    set_target_properties(${program} PROPERTIES
+        RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/${arg_FOLDER})
+    target_link_libraries(${program} PRIVATE test_support gmock_main ${arg_LIBRARIES})
+    if(arg_NEEDS)
+        add_dependencies(${program} ${arg_NEEDS})
+    endif()
+    add_test(NAME ${name} COMMAND ${program} --gtest_shuffle)
+    set_tests_properties(${name} PROPERTIES
+        LABELS simulated
+        TIMEOUT 120
+        ENVIRONMENT "WINEDEBUG=-all;WINEDLLOVERRIDES=mscoree,mshtml,winedbg.exe=")
+endfunction()

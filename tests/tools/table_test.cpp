@@ -1,0 +1,60 @@
+#include "tools/vorlen-monitor/table.h"
+#include "tools/vorlen-monitor/text.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace vorlen::tool {
+namespace {
+
+Table nameAndNumber() {
+    return Table({{"NAME", Table::Align::left}, {"NUMBER", Table::Align::right}});
+}
+
+TEST(Table, AlignsEveryColumnToItsWidestCell) {
+    Table table = nameAndNumber();
+    table.addRow({"a long name", "1"});
+    table.addRow({"b", "-1234567"});
+    EXPECT_EQ(table.text(), "NAME           NUMBER\n"
+                            "a long name         1\n"
+                            "b            -1234567\n");
+}
+
+TEST(Table, CountsCharactersNotBytes) {
+    Table table = nameAndNumber();
+    table.addRow({toUtf8(L"\u00e4\u00f6\u00fc\U0001F600"), "1"});
+    EXPECT_EQ(table.text(),
+              "NAME  NUMBER\n" + toUtf8(L"\u00e4\u00f6\u00fc\U0001F600") + "       1\n");
+}
+
+TEST(Table, LeavesNoSpacesAtTheEndOfALine) {
+    Table table({{"FIRST", Table::Align::left}, {"LAST", Table::Align::left}});
+    table.addRow({"1", "much longer"});
+    table.addRow({"2", "short"});
+    EXPECT_EQ(table.text(), "FIRST  LAST\n"
+                            "1      much longer\n"
+                            "2      short\n");
+}
+
+TEST(Table, ShowsAnEmptyCellAsADash) {
+    Table table = nameAndNumber();
+    table.addRow({"", "1"});
+    EXPECT_EQ(table.text(), "NAME  NUMBER\n"
+                            "-          1\n");
+}
+
+TEST(Table, StaysATableWhateverACellHolds) {
+    Table table = nameAndNumber();
+    table.addRow({"two\nlines", "1"});
+    EXPECT_EQ(table.text(), "NAME              NUMBER\n"
+                            "two<U+000A>lines       1\n");
+}
+
+TEST(Table, RefusesARowOfAnotherLength) {
+    Table table = nameAndNumber();
+    EXPECT_THROW(table.addRow({"alone"}), std::logic_error);
+}
+
+} // namespace
+} // namespace vorlen::tool

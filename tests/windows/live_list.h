@@ -1,0 +1,21 @@
+#pragma once
+
+#include "monitor/service/monitor_data.h"
+#include "monitor/windows/window_list.h"
+
+#include <windows.h>
+
+#include <unordered_set>
+
+namespace tests {
+
+// Private members that no call shows. The service of a loaded library has the layout that this
+// program was compiled with.
+
+// The service's live list, or null while it is switched off.
+const WindowList* liveListOf(const vorlen::MonitorData& service);
+
+// The set of the list, which must hold exactly the handles of its windows.
+const std::unordered_set<HWND>& handleSetOf(const WindowList& list);
+
+} // namespace tests

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "monitor/windows/window_list.h"
+#include "tests/simulated_desktop/simulated_desktop.h"
+
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+// A test of what lies below the exports: the objects of the library are linked into the test
+// program, whose own imports are redirected.
+class WindowsTest : public testing::Test {
+protected:
+    SimulatedDesktop desktop{GetModuleHandleW(nullptr), functionsNotLinked()};
+
+private:
+    static std::set<std::string> functionsNotLinked() {
+        std::set<std::string> functions = SimulatedDesktop::displayFunctions;
+        functions.insert(SimulatedDesktop::wmiFunctions.begin(),
+                         SimulatedDesktop::wmiFunctions.end());
+        return functions;
+    }
+};
+
+// The part of a record's string in front of its first zero.
+inline std::wstring textOf(const std::wstring& recorded) {
+    return recorded.c_str();
+}
+
+inline std::vector<std::wstring> titlesOf(const WindowList& list) {
+    std::vector<std::wstring> titles;
+    for (const WindowInfo& window : list.GetCurrentWindows()) {
+        titles.push_back(textOf(window.title));
+    }
+    return titles;
+}
+
+inline std::vector<HWND> handlesOf(const WindowList& list) {
+    std::vector<HWND> handles;
+    for (const WindowInfo& window : list.GetCurrentWindows()) {
+        handles.push_back(window.hwnd);
+    }
+    return handles;
+}
+
+inline constexpr DWORD destroyed = 0x8001;
+inline constexpr DWORD shown = 0x8002;
+inline constexpr DWORD renamed = 0x800C;
+inline constexpr DWORD uncloaked = 0x8018;
+
+inline const wchar_t* const coreWindowClass = L"Windows.UI.Core.CoreWindow";
+inline const wchar_t* const frameWindowClass = L"ApplicationFrameWindow";
+
+} // namespace tests

@@ -1,0 +1,136 @@
+#include "tools/vorlen-monitor/command_line.h"
+
+#include "tools/vorlen-monitor/failure.h"
+#include "tools/vorlen-monitor/text.h"
+
+#include <windows.h>
+
+#include <CLI/CLI.hpp>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+namespace vorlen::tool {
+
+namespace {
+
+constexpr const char* program = "vorlen-monitor";
+
+std::string nameWithProgram(const CLI::App& app) {
+    return app.get_parent() == nullptr ? program : program + (" " + app.get_name());
+}
+
+std::string seeHelp(const CLI::App& app) {
+    return "see " + nameWithProgram(app) + " --help";
+}
+
+std::string commandNames(const CLI::App& app) {
+    std::string names;
+    for (const CLI::App* const command : app.get_subcommands({})) {
+        names += (names.empty() ? "" : ", ") + command->get_name();
+    }
+    return names;
+}
+
+// The subcommand that is being spoken of, or the program when there is none yet.
+const CLI::App& innermost(const CLI::App& app) {
+    const auto chosen = app.get_subcommands();
+    return chosen.empty() ? app : *chosen.front();
+}
+
+// One argument that nobody understands is enough to explain the rest.
+[[noreturn]] void refuse(const std::string& argument, const CLI::App& app) {
+    std::string problem;
+    if (argument.starts_with('-')) {
+        problem = "unknown option \"" + argument + "\"";
+    } else if (app.get_parent() == nullptr) {
+        problem = "unknown command \"" + argument + "\"; the commands are: " + commandNames(app);
+    } else {
+        problem = "unexpected argument \"" + argument + "\" for " + nameWithProgram(app);
+    }
+    throw Failure(ExitCode::usage, problem + "; " + seeHelp(app));
+}
+
+void refuseRest(const CLI::App& app) {
+    for (const CLI::App* const level : {&app, &innermost(app)}) {
+        if (const std::vector<std::string> rest = level->remaining(); !rest.empty()) {
+            refuse(rest.front(), *level);
+        }
+    }
+}
+
+// What CLI11 found wrong, as one line.
+std::string problemOf(const CLI::ParseError& error) {
+    std::string text = error.what();
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    // Its words for a flag with a value, such as --json=yes, say little to a user.
+    const std::string flagWithValue = " was given a disallowed flag override";
+    if (text.ends_with(flagWithValue)) {
+        text.resize(text.size() - flagWithValue.size());
+        text = "option " + text + " takes no value";
+    }
+    return text;
+}
+
+// The text to print when the arguments ask for one: options are filled in otherwise.
+std::optional<Information> parseWith(CLI::App& app, const std::vector<std::string>& arguments) {
+    try {
+        // The library takes the arguments from the end of its vector.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+        return std::nullopt;
+    } catch (const CLI::CallForHelp&) {
+        return Information{app.help()};
+    } catch (const CLI::CallForVersion& version) {
+        return Information{version.what() + std::string("\n")};
+    } catch (const CLI::ParseError& error) {
+        throw Failure(ExitCode::usage, problemOf(error) + "; " + seeHelp(innermost(app)));
+    }
+}
+
+} // namespace
+
+std::vector<std::string> commandLineArguments() {
+    int count = 0;
+    const std::unique_ptr<LPWSTR, decltype(&LocalFree)> values(
+        CommandLineToArgvW(GetCommandLineW(), &count), LocalFree);
+    if (!values) {
+        throw Failure(ExitCode::internal,
+                      "cannot read the command line: " + systemError(GetLastError()));
+    }
+    std::vector<std::string> arguments;
+    for (int i = 1; i < count; ++i) {
+        arguments.push_back(toUtf8(values.get()[i]));
+    }
+    return arguments;
+}
+
+Request parseCommandLine(const std::vector<std::string>& arguments) {
+    CLI::App app("Shows what the monitor library knows about the desktop.", program);
+    app.set_version_flag("--version", std::string(program) + " " VORLEN_MONITOR_VERSION,
+                         "Print the version and exit");
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.footer("Exit status: 0 success; 2 wrong command line; 3 libraries unusable;\n"
+               "4 output not written; 5 other error.");
+    app.allow_windows_style_options(false);
+    app.allow_extras();
+    app.require_subcommand(0, 1);
+
+    MonitorsOptions monitorsOptions;
+    CLI::App* const monitors = app.add_subcommand("monitors", "List the monitors of the desktop");
+    monitors->add_flag("--json", monitorsOptions.json, "Print a JSON array instead of a table")
+        ->disable_flag_override();
+
+    if (const auto information = parseWith(app, arguments)) {
+        return *information;
+    }
+    refuseRest(app);
+    if (monitors->parsed()) {
+        return monitorsOptions;
+    }
+    throw Failure(ExitCode::usage,
+                  "no command given; the commands are: " + commandNames(app) + "; " + seeHelp(app));
+}
+
+} // namespace vorlen::tool

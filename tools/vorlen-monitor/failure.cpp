@@ -1,0 +1,27 @@
+#include "tools/vorlen-monitor/failure.h"
+
+#include "tools/vorlen-monitor/text.h"
+
+#include <array>
+
+namespace vorlen::tool {
+
+std::string unexpected(const std::exception* error) {
+    return std::string("unexpected error: ") +
+           (error != nullptr ? error->what() : "it does not say which");
+}
+
+std::string systemError(DWORD error) {
+    std::array<wchar_t, 512> buffer{};
+    // The width mask makes one line of messages that have several.
+    const DWORD flags =
+        FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
+    const DWORD length = FormatMessageW(flags, nullptr, error, 0, buffer.data(),
+                                        static_cast<DWORD>(buffer.size()), nullptr);
+    std::string message = toUtf8({buffer.data(), length});
+    message.erase(message.find_last_not_of(" .\r\n") + 1);
+    const std::string number = "error " + std::to_string(error);
+    return message.empty() ? number : number + ": " + message;
+}
+
+} // namespace vorlen::tool

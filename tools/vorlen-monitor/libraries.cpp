@@ -1,0 +1,94 @@
+#include "tools/vorlen-monitor/libraries.h"
+
+#include "tools/vorlen-monitor/failure.h"
+#include "tools/vorlen-monitor/text.h"
+
+#include <utility>
+
+namespace vorlen::tool {
+
+namespace {
+
+constexpr const char* remedy = "; vorlen_runtime.dll and libvorlen_monitor.dll of one release "
+                               "belong beside vorlen-monitor.exe";
+
+std::wstring folderOfThisProgram() {
+    std::wstring path(MAX_PATH, L'\0');
+    for (;;) {
+        const DWORD length =
+            GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
+        if (length == 0) {
+            throw Failure(ExitCode::internal, "cannot find the folder of vorlen-monitor.exe: " +
+                                                  systemError(GetLastError()));
+        }
+        if (length < path.size()) {
+            path.resize(length);
+            return path.substr(0, path.find_last_of(L'\\') + 1);
+        }
+        path.resize(path.size() * 2); // it was cut off
+    }
+}
+
+std::string whyNotLoaded(const std::wstring& path, DWORD error) {
+    switch (error) {
+    case ERROR_MOD_NOT_FOUND:
+        return GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES
+                   ? "there is no such file"
+                   : "a library that it needs is missing";
+    case ERROR_BAD_EXE_FORMAT:
+        return "it is damaged, or no library for 64-bit Windows";
+    case ERROR_PROC_NOT_FOUND:
+        return "a library that it needs is of another release";
+    default:
+        return systemError(error);
+    }
+}
+
+HMODULE load(const std::wstring& path) {
+    // A damaged file is to be told here, not in a dialog of the system.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    // Neither the path nor the current folder may put another library in.
+    const HMODULE module = LoadLibraryExW(
+        path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (module == nullptr) {
+        const DWORD error = GetLastError();
+        throw Failure(ExitCode::libraries,
+                      "cannot load " + toUtf8(path) + ": " + whyNotLoaded(path, error) + remedy);
+    }
+    return module;
+}
+
+} // namespace
+
+Library::Library(std::wstring file) : path(std::move(file)), module(load(path)) {}
+
+Library::~Library() {
+    FreeLibrary(module);
+}
+
+FARPROC Library::exported(const char* name) const {
+    const FARPROC address = GetProcAddress(module, name);
+    if (address == nullptr) {
+        throw Failure(ExitCode::libraries, toUtf8(path) + " does not export " + name +
+                                               ": it is of another release" + remedy);
+    }
+    return address;
+}
+
+Service::Service()
+    : runtime(folderOfThisProgram() + L"vorlen_runtime.dll"),
+      initialize(runtime.function<decltype(::Vorlen_Initialize)>("Vorlen_Initialize")),
+      shutdown(runtime.function<decltype(::Vorlen_Shutdown)>("Vorlen_Shutdown")),
+      module(folderOfThisProgram() + L"libvorlen_monitor.dll"),
+      functions{module.function<decltype(::getMonitorList)>("getMonitorList")} {
+    if (!initialize()) {
+        throw Failure(ExitCode::libraries, "the service did not start: Vorlen_Initialize failed, "
+                                           "for the reason that vorlen_runtime.dll gives above");
+    }
+}
+
+Service::~Service() {
+    shutdown();
+}
+
+} // namespace vorlen::tool

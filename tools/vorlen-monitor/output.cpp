@@ -1,0 +1,86 @@
+#include "tools/vorlen-monitor/output.h"
+
+#include "tools/vorlen-monitor/failure.h"
+#include "tools/vorlen-monitor/text.h"
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace vorlen::tool {
+
+namespace {
+
+// Consoles of older systems take no more than 64 KB at once.
+constexpr std::size_t consoleUnitsAtOnce = 8000;
+
+bool writeToConsole(HANDLE console, std::wstring_view text) {
+    while (!text.empty()) {
+        std::size_t length = std::min(text.size(), consoleUnitsAtOnce);
+        if (length < text.size() && IS_HIGH_SURROGATE(text[length - 1])) {
+            --length; // a surrogate pair must arrive in one piece
+        }
+        DWORD written = 0;
+        if (WriteConsoleW(console, text.data(), static_cast<DWORD>(length), &written, nullptr) ==
+            FALSE) {
+            return false;
+        }
+        text.remove_prefix(written);
+    }
+    return true;
+}
+
+bool writeBytes(HANDLE file, std::string_view bytes) {
+    constexpr std::size_t most = std::numeric_limits<DWORD>::max();
+    while (!bytes.empty()) {
+        DWORD written = 0;
+        const auto length = static_cast<DWORD>(std::min(bytes.size(), most));
+        // A pipe may take a part only, and say that it succeeded.
+        if (WriteFile(file, bytes.data(), length, &written, nullptr) == FALSE) {
+            return false;
+        }
+        bytes.remove_prefix(written);
+    }
+    return true;
+}
+
+bool writeText(HANDLE handle, std::string_view text) {
+    DWORD mode = 0;
+    const bool isConsole = GetConsoleMode(handle, &mode) != FALSE;
+    return isConsole ? writeToConsole(handle, toUtf16(text)) : writeBytes(handle, text);
+}
+
+std::string whyNotWritten(DWORD error) {
+    switch (error) {
+    case ERROR_BROKEN_PIPE:
+    case ERROR_NO_DATA:
+    case ERROR_PIPE_NOT_CONNECTED:
+        return "the program that reads it has closed the pipe; it has to read to the end";
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+        return "there is no space left on its disk or device; make room or send it elsewhere";
+    case ERROR_INVALID_HANDLE:
+        return "it is closed; send it to a console, a file or a pipe";
+    default:
+        return systemError(error) + "; send it to a console, a file or a pipe that can be written";
+    }
+}
+
+} // namespace
+
+Output::Output() : handle(GetStdHandle(STD_OUTPUT_HANDLE)) {}
+
+void Output::write(std::string_view text) const {
+    if (!writeText(handle, text)) {
+        throw Failure(ExitCode::output,
+                      "cannot write to standard output: " + whyNotWritten(GetLastError()));
+    }
+}
+
+void complain(std::string_view message) {
+    const std::string line = "vorlen-monitor: " + spellControls(message) + "\n";
+    // When standard error cannot be written either, the exit code alone tells.
+    static_cast<void>(writeText(GetStdHandle(STD_ERROR_HANDLE), line));
+}
+
+} // namespace vorlen::tool
