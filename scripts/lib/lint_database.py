@@ -1,0 +1,56 @@
+"""Writes the compile commands that the linter reads, and prints the sources that it is to check.
+
+lint_database.py COMPILE_COMMANDS OUTPUT [SOURCE...]
+
+COMPILE_COMMANDS is what CMake wrote. It also has the sources of libraries, and it names a source
+once for each program that it is compiled into: the linter would check it as often. OUTPUT gets the
+first command of each source of this project. The sources, or those that are named, go to standard
+output, each ended by a zero byte.
+"""
+
+import json
+import pathlib
+import sys
+
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+BUILD = PROJECT / "build"
+
+
+def is_own(source: pathlib.Path) -> bool:
+    return PROJECT in source.parents and BUILD not in source.parents
+
+
+def own_commands(compile_commands: pathlib.Path) -> dict[pathlib.Path, dict]:
+    commands: dict[pathlib.Path, dict] = {}
+    for command in json.loads(compile_commands.read_text(encoding="utf-8")):
+        source = pathlib.Path(command["file"])
+        if is_own(source):
+            commands.setdefault(source, command)
+    return commands
+
+
+def sources_of_project() -> set[pathlib.Path]:
+    return {
+        source
+        for folder in PROJECT.iterdir()
+        if folder.is_dir() and folder != BUILD and not folder.name.startswith(".")
+        for suffix in ("c", "cpp")
+        for source in folder.rglob(f"*.{suffix}")
+    }
+
+
+def main() -> None:
+    compile_commands, output, *named = map(pathlib.Path, sys.argv[1:])
+    commands = own_commands(compile_commands)
+    wanted = set(named) or sources_of_project()
+    unknown = sorted(wanted - commands.keys())
+    if unknown:
+        sys.exit(
+            f"{unknown[0]} is not compiled by the preset clang, so that it cannot be checked: "
+            "name a .c or .cpp file, and add a new one to its CMakeLists.txt"
+        )
+    output.write_text(json.dumps(list(commands.values()), indent=1), encoding="utf-8")
+    sys.stdout.write("".join(f"{source}\0" for source in sorted(wanted)))
+
+
+main()

@@ -1,0 +1,83 @@
+# A Wine prefix for one desktop.
+#
+# Each desktop has a prefix of its own, and with it a Wine server of its own: a server stays with
+# the display that it was started on. Making a prefix takes several seconds and 700 MB, so that it
+# is done once: later prefixes are copies of that template by hard links, made in 0.1 s and thrown
+# away after use.
+#
+# The folder holds:
+#   lock        held (descriptor 8) while a prefix is made
+#   prefix.*    one per desktop, locked (descriptor 9) while its desktop lives; one that is not
+#               locked was left by a script that was killed
+#   template-*  named after the version of Wine that made it
+# shellcheck shell=bash
+
+wine_folder=$project/build/wine/user-$EUID # Wine refuses a prefix of another user
+prefix=
+
+# Makes a prefix and exports what Wine programs need.
+open_wine_prefix() {
+    local template
+    template=$wine_folder/template-$(dpkg-query --show --showformat '${Version}' wine)
+    set_wine_environment
+    mkdir -p "$wine_folder"
+    exec 8>"$wine_folder/lock"
+    lock 8 "preparation of Wine"
+    remove_abandoned_prefixes
+    prefix=$(mktemp -d "$wine_folder/prefix.XXXXXX")
+    exec 9<"$prefix"
+    flock 9
+    export WINEPREFIX=$prefix
+    if [[ -d $template ]]; then
+        copy_prefix "$template" "$prefix"
+    else
+        make_first_prefix "$template"
+    fi
+    exec 8>&-
+}
+
+# WINEDEBUG also silences the hint that 32-bit Wine is missing. Without winemenubuilder, Wine
+# writes no menus into the home folder of the user.
+set_wine_environment() {
+    unset WINEARCH WINELOADER WINESERVER WINEDLLPATH
+    export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+}
+
+make_first_prefix() {
+    say "Preparing Wine (once, about 15 s)"
+    step env --unset=DISPLAY wine wineboot --init >"$prefix.log" 2>&1 ||
+        fail "Wine could not make its prefix: see $prefix.log"
+    end_wine_server
+    rm -rf "$wine_folder"/template-* "$prefix.log"
+    mkdir "$1.partial"
+    copy_prefix "$prefix" "$1.partial"
+    mv "$1.partial" "$1"
+}
+
+# copy_prefix FROM TO: the registry is copied, since Wine rewrites it; the files are shared.
+copy_prefix() {
+    cp --archive --link "$1/drive_c" "$2/"
+    cp --archive "$1"/*.reg "$1/dosdevices" "$1/.update-timestamp" "$2/"
+}
+
+remove_abandoned_prefixes() {
+    local abandoned
+    for abandoned in "$wine_folder"/prefix.*/; do
+        if [[ -d $abandoned ]] && flock --nonblock "$abandoned" true; then
+            WINEPREFIX=$abandoned end_wine_server
+            rm -rf "$abandoned"
+        fi
+    done
+}
+
+# Ends the prefix's server, and with it every Wine process of the prefix, if it runs at all.
+end_wine_server() {
+    wineserver -k || true
+    wineserver -w || true
+}
+
+close_wine_prefix() {
+    [[ -n $prefix ]] || return 0
+    end_wine_server
+    rm -rf "$prefix"
+}
