@@ -19,7 +19,7 @@ public:
     void unlock() { LeaveCriticalSection(&section); }
 
 private:
-    CRITICAL_SECTION section;
+    CRITICAL_SECTION section{};
 };
 
 } // namespace vorlen

@@ -1,8 +1,7 @@
 #include "runtime/kit_models.h"
 
 #include "runtime/diagnostics.h"
-
-#include <windows.h>
+#include "runtime/environment.h"
 
 #include <algorithm>
 
@@ -17,20 +16,6 @@ std::string lowBytes(std::wstring_view text) {
     std::transform(text.begin(), text.end(), bytes.begin(),
                    [](wchar_t unit) { return static_cast<char>(unit & 0xFF); });
     return bytes;
-}
-
-std::wstring environmentText() {
-    std::wstring text;
-    // The variable can grow between the size query and the read.
-    for (DWORD size = GetEnvironmentVariableW(variable, nullptr, 0); size > text.size();) {
-        text.resize(size);
-        size = GetEnvironmentVariableW(variable, text.data(), size);
-        if (size < text.size()) {
-            text.resize(size);
-            return text;
-        }
-    }
-    return {};
 }
 
 } // namespace
@@ -59,7 +44,7 @@ std::vector<std::string> kitModelsFromText(std::wstring_view text) {
 }
 
 std::vector<std::string> kitModelsFromEnvironment() {
-    return kitModelsFromText(environmentText());
+    return kitModelsFromText(environmentText(variable));
 }
 
 } // namespace vorlen

@@ -31,8 +31,7 @@ LogFile::LogFile(const std::wstring& name) : quotedName('"' + spellControls(toUt
     if (file == INVALID_HANDLE_VALUE) {
         const std::string reason = lastError();
         complain("the log file " + quotedName + " cannot be opened (" + reason +
-                 "): set VORLEN_LOG_FILE to a file in a folder that exists, both of which may be "
-                 "written");
+                 "): set VORLEN_LOG_FILE to a file that may be written, in a folder that exists");
     }
 }
 

@@ -4,16 +4,24 @@
 
 namespace vorlen::log {
 
-DebugCallback vllogger::debugCallback = nullptr;
+namespace {
 
-// The sinks belong to the process, not to the image whose object this is.
-vllogger::vllogger() : initialized(false) {
+bool setUpSinks() {
     static_cast<void>(logOutput());
-    initialized = true;
+    return true;
 }
 
-vllogger::~vllogger() = default;
+} // namespace
 
+DebugCallback vllogger::debugCallback = nullptr;
+
+vllogger::vllogger() : initialized(setUpSinks()) {}
+
+// The sinks belong to the process, not to the image whose object goes here.
+// NOLINTNEXTLINE(modernize-use-equals-default): then it would have to be in the header
+vllogger::~vllogger() {}
+
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): modules call it on an object
 void vllogger::log(level_enum level, const std::string& message, bool) {
     logOutput().log(level, message, debugCallback);
 }

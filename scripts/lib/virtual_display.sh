@@ -1,7 +1,7 @@
 # A virtual display: an X server without hardware, with two outputs.
 # shellcheck shell=bash
 
-display_log=    # folder of the server's log
+display_log=    # folder of the server's log, while it starts
 display_server= # process id of the X server, while there is one
 
 # Starts the server and exports DISPLAY. The server picks a free number itself, so that two scripts
@@ -19,6 +19,7 @@ start_virtual_display() {
     read -r -t 30 number <&"${X_SERVER[0]}" || display_failed "the X server did not start"
     export DISPLAY=:$number
     lay_out_outputs >"$display_log/errors" 2>&1 || display_failed "the outputs could not be set"
+    remove_display_log
 }
 
 # DUMMY0: 3840x2160 at 60 Hz, with the modes 3840x2160_30 and 1920x1080 to switch to;
@@ -45,5 +46,10 @@ stop_virtual_display() {
         wait "$display_server" || true
         display_server=
     fi
+    remove_display_log
+}
+
+remove_display_log() {
     [[ -z $display_log ]] || rm -rf "$display_log"
+    display_log=
 }

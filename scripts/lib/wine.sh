@@ -70,14 +70,19 @@ remove_abandoned_prefixes() {
     done
 }
 
-# Ends the prefix's server, and with it every Wine process of the prefix, if it runs at all.
+# Ends the server of WINEPREFIX, and with it every Wine process of the prefix, if it runs at all. The
+# server has a temporary folder, whose name it writes into the prefix, and which it leaves behind.
 end_wine_server() {
+    local folder=""
     wineserver -k || true
     wineserver -w || true
+    [[ ! -f $WINEPREFIX/wineserver ]] || folder=$(<"$WINEPREFIX/wineserver")
+    [[ $folder != wine-?????? ]] || rm -rf "${TMPDIR:-/tmp}/$folder"
 }
 
 close_wine_prefix() {
     [[ -n $prefix ]] || return 0
-    end_wine_server
-    rm -rf "$prefix"
+    WINEPREFIX=$prefix end_wine_server
+    # A Wine process that is just ending may still write there; the next script removes the rest.
+    rm -rf "$prefix" 2>/dev/null || true
 }

@@ -45,7 +45,8 @@ def test_the_example_lists_both_outputs(desktop):
 
 @pytest.mark.usefixtures("host")
 def test_the_example_tells_that_its_output_is_lost(desktop):
-    with open("/dev/full", "wb") as full, desktop.start("list_monitors.exe", stdout=full) as process:
-        errors = process.communicate(timeout=TIMEOUT_S)[1]
+    with open("/dev/full", "wb") as full:
+        with desktop.start("list_monitors.exe", stdout=full) as process:
+            errors = process.communicate(timeout=TIMEOUT_S)[1]
     assert process.returncode == 1
     assert errors == "list_monitors: cannot write to standard output; send it elsewhere\n"

@@ -37,8 +37,9 @@ BOTH_OUTPUTS = [(0, 0, 3840, 2160, 60), (3840, 0, 1920, 1080, 60)]
 @pytest.fixture(scope="module")
 def outputs(tmp_path_factory):
     """A desktop whose outputs no test here changes."""
-    with closing(Desktop()) as desktop, closing(RunningHost(desktop, tmp_path_factory.mktemp("host"))):
-        yield desktop
+    with closing(Desktop()) as desktop:
+        with closing(RunningHost(desktop, tmp_path_factory.mktemp("host"))):
+            yield desktop
 
 
 @pytest.fixture
@@ -184,10 +185,10 @@ def test_version(outputs):
 @pytest.mark.parametrize(
     "arguments, expected",
     [
-        ((), "no command given; the commands are: monitors; see vorlen-monitor --help"),
+        ((), "no command given; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help"),
         (
             ("screens",),
-            'unknown command "screens"; the commands are: monitors; see vorlen-monitor --help',
+            'unknown command "screens"; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help',
         ),
         (("--jsno",), 'unknown option "--jsno"; see vorlen-monitor --help'),
         (
@@ -205,7 +206,7 @@ def test_version(outputs):
         ),
         (
             ("\u4e2d\n\x1b[31m",),
-            'unknown command "\u4e2d<U+000A><U+001B>[31m"; the commands are: monitors; '
+            'unknown command "\u4e2d<U+000A><U+001B>[31m"; the commands are: monitors, windows, status, watch, overview; '
             "see vorlen-monitor --help",
         ),
     ],

@@ -1,10 +1,12 @@
 """./run as its user meets it."""
 
+import fcntl
 import json
 import os
 import pty
 import signal
 import subprocess
+import termios
 
 import pytest
 
@@ -41,11 +43,12 @@ def layout(shown: subprocess.CompletedProcess) -> list[tuple]:
     return sorted(tuple(monitor[key] for key in keys) for monitor in json.loads(shown.stdout))
 
 
-def test_without_arguments_it_shows_the_monitors(marked):
+def test_without_arguments_it_shows_monitors_status_and_windows(marked):
     shown = run(marked)
     assert shown.returncode == 0
-    assert shown.stdout == run(marked, "monitors").stdout
+    assert shown.stdout == run(marked, "overview").stdout
     assert "DISPLAY1" in shown.stdout
+    assert "MONITOR_NOT_CONNECTED" in shown.stdout
 
 
 def test_standard_error_is_empty_once_everything_is_built(marked):
@@ -122,6 +125,12 @@ def test_it_leaves_no_process_behind(marked):
     assert marked.processes() == {}
 
 
+def test_it_leaves_no_file_behind(marked, tmp_path):
+    marked.environment["TMPDIR"] = str(tmp_path)
+    assert run(marked, "monitors").returncode == 0
+    assert list(tmp_path.iterdir()) == []
+
+
 INTERRUPTIONS = pytest.mark.parametrize(
     "number", [signal.SIGHUP, signal.SIGINT, signal.SIGQUIT, signal.SIGTERM], ids=lambda n: n.name
 )
@@ -147,17 +156,52 @@ def test_interrupted_while_the_program_starts_it_leaves_no_process_behind(marked
     assert marked.processes() == {}
 
 
+@pytest.mark.parametrize(
+    "number, code",
+    [(signal.SIGINT, 0), (signal.SIGTERM, 128 + signal.SIGTERM)],
+    ids=["Ctrl+C ends the program cleanly", "SIGTERM ends it at once"],
+)
+def test_interrupted_while_it_watches_it_leaves_no_process_behind(marked, number, code):
+    process = start(marked, "watch")
+    assert process.stdout.readline().startswith("appeared ")
+    process.send_signal(number)
+    _, stderr = process.communicate(timeout=TIMEOUT_S)
+    assert (process.returncode, stderr) == (code, "")
+    assert marked.processes() == {}
+
+
+def test_the_keys_ctrl_c_end_it_cleanly(marked):
+    terminal, inside = pty.openpty()
+    process = start(
+        marked,
+        "watch",
+        stdin=inside,
+        stdout=inside,
+        start_new_session=True,
+        preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0),
+    )
+    os.close(inside)
+    written = os.read(terminal, 4096)
+    os.write(terminal, b"\x03")
+    written += read_terminal(terminal)
+    _, stderr = process.communicate(timeout=TIMEOUT_S)
+    assert (process.returncode, stderr) == (0, "")
+    assert b"DISPLAY2" in written
+    assert b"\x1b" not in written
+    assert marked.processes() == {}
+
+
 def test_on_a_terminal_it_writes_plain_text(marked):
     shown = run(marked, "monitors")
     terminal, inside = pty.openpty()
     process = start(marked, "monitors", stdout=inside)
     os.close(inside)
-    assert read_terminal(terminal).replace("\r\n", "\n") == shown.stdout
+    assert read_terminal(terminal).decode("utf-8").replace("\r\n", "\n") == shown.stdout
     process.communicate(timeout=TIMEOUT_S)
     assert process.returncode == 0
 
 
-def read_terminal(terminal: int) -> str:
+def read_terminal(terminal: int) -> bytes:
     """Everything that is written to a terminal until nobody has it open any more."""
     written = b""
     while True:
@@ -165,4 +209,4 @@ def read_terminal(terminal: int) -> str:
             written += os.read(terminal, 4096)
         except OSError:  # how Linux reports the end
             os.close(terminal)
-            return written.decode("utf-8")
+            return written

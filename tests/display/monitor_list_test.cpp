@@ -4,8 +4,8 @@
 #include <gmock/gmock.h>
 
 #include <exception>
-#include <future>
 #include <string>
+#include <thread>
 
 namespace tests {
 namespace {
@@ -18,7 +18,9 @@ class MonitorListOfThread : public DisplayTest {};
 
 template <typename Function>
 auto onAnotherThread(Function function) {
-    return std::async(std::launch::async, function).get();
+    decltype(function()) result{};
+    std::thread([&] { result = function(); }).join();
+    return result;
 }
 
 TEST_F(MonitorListOfThread, is_null_where_none_was_made) {

@@ -35,7 +35,7 @@ protected:
         EXPECT_THAT(bytesOfItem(), Each(untouched));
     }
 
-    MonitorListItem item;
+    MonitorListItem item{};
 };
 
 TEST_F(StatusExportTest, tells_an_unknown_status_before_the_first_check) {

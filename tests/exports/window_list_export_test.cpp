@@ -10,8 +10,6 @@
 namespace tests {
 namespace {
 
-using testing::IsEmpty;
-
 constexpr auto smallest = std::numeric_limits<std::int32_t>::min();
 constexpr auto largest = std::numeric_limits<std::int32_t>::max();
 
@@ -38,8 +36,8 @@ protected:
     template <typename Value>
     Value at(std::size_t offset) const {
         static_assert(std::is_trivially_copyable_v<Value>);
-        Value value;
-        std::memcpy(&value, bytes.data() + offset, sizeof(value));
+        Value value{};
+        std::memcpy(&value, bytes.data() + offset, sizeof(Value));
         return value;
     }
 
@@ -49,14 +47,17 @@ protected:
         return {field.begin(), field.end()};
     }
 
-    std::wstring textAt(std::size_t offset) const { return fieldAt(offset).c_str(); }
+    std::wstring textAt(std::size_t offset) const {
+        const std::wstring field = fieldAt(offset);
+        return field.substr(0, field.find(L'\0'));
+    }
 
     bool isUntouched(std::size_t from) const {
         return std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(from), bytes.end(),
                            [](unsigned char byte) { return byte == untouched; });
     }
 
-    alignas(WindowListItem) std::array<unsigned char, 5 * stride> bytes;
+    alignas(WindowListItem) std::array<unsigned char, 5 * stride> bytes{};
 };
 
 TEST_F(WindowListExport, is_zero_without_a_service_and_writes_nothing) {

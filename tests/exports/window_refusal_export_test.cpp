@@ -1,8 +1,7 @@
+#include "tests/support/other_thread.h"
 #include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
-
-#include <future>
 
 namespace tests {
 namespace {
@@ -58,7 +57,7 @@ TEST_F(WindowRefusalExport, is_the_same_with_without_and_after_a_service) {
 TEST_F(WindowRefusalExport, may_be_asked_for_on_any_thread) {
     module.init();
     window.root = nullptr;
-    const char* const reason = std::async(std::launch::async, [this] { return refusal(); }).get();
+    const char* const reason = onAnotherThread([this] { return refusal(); });
     EXPECT_STREQ(reason, "not a root window");
 }
 

@@ -1,8 +1,8 @@
+#include "tests/support/other_thread.h"
 #include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 
-#include <future>
 #include <limits>
 
 namespace tests {
@@ -10,11 +10,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-template <typename Function>
-auto onAnotherThread(Function function) {
-    return std::async(std::launch::async, function).get();
-}
 
 class WindowWrapper : public WindowModuleTest {
 protected:

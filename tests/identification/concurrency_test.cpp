@@ -1,9 +1,8 @@
 #include "monitor/display/monitor_identification.h"
 #include "tests/identification/identification_test.h"
+#include "tests/identification/signal.h"
 
 #include <chrono>
-#include <latch>
-#include <semaphore>
 #include <thread>
 
 namespace tests {
@@ -26,17 +25,17 @@ protected:
 TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_the_text) {
     const std::wstring path = devicePath(L"VLN0001", L"asked by eight");
     wmi.add(instanceName(L"VLN0001", L"asked by eight"), L"SN-8");
-    std::binary_semaphore secondQuery(0);
-    journal.at("CoInitializeEx", 2, [&] { secondQuery.release(); });
-    journal.at("IWbemServices::ExecQuery", 1,
-               [&] { EXPECT_FALSE(secondQuery.try_acquire_for(lookout)); });
+    Signal secondQuery;
+    journal.at("CoInitializeEx", 2, [&] { secondQuery.raise(); });
+    journal.at("IWbemServices::ExecQuery", 1, [&] { EXPECT_FALSE(secondQuery.waitFor(lookout)); });
 
-    std::latch start(8);
+    Gate start(8);
     std::vector<std::wstring> texts(8);
     std::vector<std::thread> threads;
+    threads.reserve(texts.size());
     for (std::wstring& text : texts) {
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.pass();
             cacheMonitorIds({path});
             text = getCachedMonitorId(path);
         });
@@ -49,14 +48,13 @@ TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_th
 }
 
 TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_after_the_other) {
-    std::binary_semaphore secondQuery(0);
-    journal.at("CoInitializeEx", 2, [&] { secondQuery.release(); });
-    journal.at("IWbemServices::ExecQuery", 1,
-               [&] { EXPECT_FALSE(secondQuery.try_acquire_for(lookout)); });
+    Signal secondQuery;
+    journal.at("CoInitializeEx", 2, [&] { secondQuery.raise(); });
+    journal.at("IWbemServices::ExecQuery", 1, [&] { EXPECT_FALSE(secondQuery.waitFor(lookout)); });
 
-    std::latch start(2);
+    Gate start(2);
     const auto ask = [&](const wchar_t* instance) {
-        start.arrive_and_wait();
+        start.pass();
         cacheMonitorIds({devicePath(L"VLN0001", instance)});
     };
     std::thread first(ask, L"asked by the first");
@@ -69,15 +67,15 @@ TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_aft
 TEST_F(Concurrency, a_lookup_waits_for_the_query_that_runs) {
     const std::wstring path = devicePath(L"VLN0001", L"looked up meanwhile");
     wmi.add(instanceName(L"VLN0001", L"looked up meanwhile"), L"SN-1");
-    std::binary_semaphore answered(0);
+    Signal answered;
     std::wstring answer;
     std::thread lookup;
     journal.at("IWbemServices::ExecQuery", 1, [&] {
         lookup = std::thread([&] {
             answer = getCachedMonitorId(path);
-            answered.release();
+            answered.raise();
         });
-        EXPECT_FALSE(answered.try_acquire_for(lookout));
+        EXPECT_FALSE(answered.waitFor(lookout));
     });
     cacheMonitorIds({path});
     lookup.join();

@@ -45,6 +45,7 @@ protected:
             module.exports->getMonitorList(items.data(), static_cast<std::int32_t>(items.size()));
         EXPECT_EQ(static_cast<std::size_t>(count), items.size());
         std::vector<std::wstring> identifiers;
+        identifiers.reserve(items.size());
         for (const MonitorListItem& item : items) {
             identifiers.emplace_back(item.monitorId);
         }

@@ -2,23 +2,13 @@
 
 #include "tests/simulated_desktop/simulated_desktop.h"
 
-#include <objbase.h>
 #include <wbemidl.h>
 
-#include <atomic>
 #include <stdexcept>
 
 namespace tests {
 
 namespace {
-
-std::atomic<std::size_t> locators = 0;
-
-HRESULT WINAPI countingCreateInstance(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
-                                      void** object) {
-    ++locators;
-    return CoCreateInstance(classId, outer, context, iid, object);
-}
 
 void* systemFunction(const std::string& name) {
     for (const wchar_t* library : {L"ole32.dll", L"oleaut32.dll"}) {
@@ -36,6 +26,9 @@ void* systemFunction(const std::string& name) {
 class LocatorFactory final : public IClassFactory {
 public:
     explicit LocatorFactory(WmiProvider& owner) : provider(owner) {}
+    virtual ~LocatorFactory() = default;
+    LocatorFactory(const LocatorFactory&) = delete;
+    LocatorFactory& operator=(const LocatorFactory&) = delete;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
         const bool known = iid == IID_IUnknown || iid == IID_IClassFactory;
@@ -67,18 +60,17 @@ void check(HRESULT result, const char* what) {
 } // namespace
 
 RealCom::RealCom(HMODULE image) {
-    locators = 0;
     for (const std::string& name : SimulatedDesktop::wmiFunctions) {
-        redirects.emplace_back(image, name,
-                               name == "CoCreateInstance" ? addressOf(countingCreateInstance)
-                                                          : systemFunction(name));
+        void* const function =
+            name == "CoCreateInstance" ? addressOf(createInstance) : systemFunction(name);
+        redirects.emplace_back(image, name, function);
     }
 }
 
-RealCom::~RealCom() = default;
-
-std::size_t RealCom::locatorsMade() const {
-    return locators;
+HRESULT WINAPI RealCom::createInstance(REFCLSID classId, IUnknown* outer, DWORD context, REFIID iid,
+                                       void** object) {
+    ++get().locators;
+    return CoCreateInstance(classId, outer, context, iid, object);
 }
 
 LocatorInFront::LocatorInFront(WmiProvider& provider) : owner([&] { serve(provider); }) {
@@ -90,7 +82,7 @@ LocatorInFront::LocatorInFront(WmiProvider& provider) : owner([&] { serve(provid
 }
 
 LocatorInFront::~LocatorInFront() {
-    over.count_down();
+    over.raise();
     owner.join();
 }
 
@@ -105,7 +97,7 @@ void LocatorInFront::serve(WmiProvider& provider) {
     } catch (...) {
         failure = std::current_exception();
     }
-    registered.count_down();
+    registered.raise();
     if (!failure) {
         over.wait();
         CoRevokeClassObject(registration);

@@ -1,30 +1,36 @@
 #pragma once
 
+#include "tests/identification/signal.h"
 #include "tests/simulated_desktop/wmi_provider.h"
+#include "tests/support/current.h"
 #include "tests/support/import_redirect.h"
 
 #include <windows.h>
 
+#include <objbase.h>
+
+#include <atomic>
 #include <cstddef>
 #include <deque>
 #include <exception>
-#include <latch>
 #include <thread>
 
 namespace tests {
 
 // Gives an image that is on a simulated desktop the system's own COM and OLE back, and counts the
 // locators of WMI that it makes.
-class RealCom {
+class RealCom : private Current<RealCom> {
 public:
     explicit RealCom(HMODULE image);
-    ~RealCom();
-    RealCom(const RealCom&) = delete;
-    RealCom& operator=(const RealCom&) = delete;
 
-    std::size_t locatorsMade() const;
+    std::size_t locatorsMade() const { return locators; }
 
 private:
+    friend class Current<RealCom>;
+    static HRESULT WINAPI createInstance(REFCLSID classId, IUnknown* outer, DWORD context,
+                                         REFIID iid, void** object);
+
+    std::atomic<std::size_t> locators = 0;
     std::deque<ImportRedirect> redirects;
 };
 
@@ -39,8 +45,8 @@ public:
 private:
     void serve(WmiProvider& provider);
 
-    std::latch registered{1}; // or failed
-    std::latch over{1};
+    Signal registered; // or failed
+    Signal over;
     std::exception_ptr failure;
     std::thread owner; // of the multithreaded apartment in which the class is registered
 };

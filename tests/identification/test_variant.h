@@ -11,7 +11,7 @@ namespace tests {
 inline std::wstring textAndRelease(VARIANT value) {
     const VARTYPE type = V_VT(&value);
     const void* const content = V_BYREF(&value);
-    const std::wstring text = wstringFromVARIANT(value);
+    std::wstring text = wstringFromVARIANT(value);
     EXPECT_EQ(V_VT(&value), type);
     EXPECT_EQ(V_BYREF(&value), content);
     EXPECT_EQ(VariantClear(&value), S_OK) << "a safe array is still in use";

@@ -1,5 +1,6 @@
 #include "tests/identification/test_variant.h"
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -51,10 +52,8 @@ private:
     }
 
     std::vector<std::int32_t> elements(int count) {
-        std::vector<std::int32_t> result;
-        for (int i = 0; i < count; ++i) {
-            result.push_back(element());
-        }
+        std::vector<std::int32_t> result(static_cast<std::size_t>(count));
+        std::generate(result.begin(), result.end(), [this] { return element(); });
         return result;
     }
 
@@ -72,7 +71,7 @@ private:
 
     Sample string() {
         if (number(0, 19) == 0) {
-            return {nullStringVariant(), L""};
+            return {nullStringVariant(), {}};
         }
         const std::vector<std::int32_t> units = elements(number(0, 20));
         std::wstring text;
@@ -108,20 +107,21 @@ private:
 
     Sample otherArray() {
         const VARTYPE type = otherType();
-        return {arrayVariant(type, type, {{static_cast<ULONG>(number(0, 9)), number(-9, 9)}}), L""};
+        return {arrayVariant(type, type, {{static_cast<ULONG>(number(0, 9)), number(-9, 9)}}), {}};
     }
 
     Sample mislabelledArray() {
-        return {arrayVariant(VT_I4, otherType(), {{static_cast<ULONG>(number(0, 9)), 0}}), L""};
+        return {arrayVariant(VT_I4, otherType(), {{static_cast<ULONG>(number(0, 9)), 0}}), {}};
     }
 
     Sample scalar() {
         VARIANT value{};
         V_VT(&value) = number(0, 1) == 0 ? otherType() : static_cast<VARTYPE>(VT_I4);
         V_I4(&value) = element();
-        return {value, L""};
+        return {value, {}};
     }
 
+    // NOLINTNEXTLINE(cert-msc32-c,cert-msc51-cpp): every run tries the same values
     std::mt19937 random{19450509};
 };
 

@@ -24,7 +24,7 @@ std::wstring textOfGuarded(const std::wstring& units, std::size_t claimedUnits) 
 
 TEST(VariantString, is_its_text) {
     EXPECT_EQ(textAndRelease(stringVariant(L"XYZ")), L"XYZ");
-    EXPECT_EQ(textAndRelease(stringVariant(L"")), L"");
+    EXPECT_EQ(textAndRelease(stringVariant({})), L"");
 }
 
 TEST(VariantString, keeps_every_unit_as_it_is) {
@@ -43,7 +43,7 @@ TEST(VariantString, that_is_missing_is_empty) {
 TEST(VariantString, is_not_read_behind_its_length_where_no_zero_ends_it) {
     EXPECT_EQ(textOfGuarded(L"XYZ", 3), L"XYZ");
     EXPECT_EQ(textOfGuarded(L"XYZ", 2), L"XY");
-    EXPECT_EQ(textOfGuarded(L"", 0), L"");
+    EXPECT_EQ(textOfGuarded({}, 0), L"");
 }
 
 TEST(VariantString, is_not_read_behind_a_zero_inside) {

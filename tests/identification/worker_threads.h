@@ -16,6 +16,8 @@ class WorkerThreads : private Current<WorkerThreads> {
 public:
     explicit WorkerThreads(HMODULE image);
     ~WorkerThreads();
+    WorkerThreads(const WorkerThreads&) = delete;
+    WorkerThreads& operator=(const WorkerThreads&) = delete;
 
     std::size_t started() const { return threads.size(); }
     std::size_t running() const;

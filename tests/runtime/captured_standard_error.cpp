@@ -29,7 +29,7 @@ CapturedStandardError::CapturedStandardError(std::filesystem::path file)
 }
 
 CapturedStandardError::~CapturedStandardError() {
-    std::fflush(stderr);
+    static_cast<void>(std::fflush(stderr));
     _dup2(original, standardError);
     _close(original);
 }

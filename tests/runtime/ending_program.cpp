@@ -4,10 +4,11 @@
 
 #include <windows.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <iostream>
 #include <map>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -44,7 +45,9 @@ WINAPI BOOL neverDone(HANDLE, const void*, DWORD, DWORD*, OVERLAPPED*) {
 
 void logFromExitHandler() {
     images().image.isInitialized();
-    std::atexit(logLastWords);
+    if (std::atexit(logLastWords) != 0) {
+        throw std::runtime_error("there is no room for one more exit handler");
+    }
 }
 
 void logFromStaticObjectOfImage() {
@@ -85,7 +88,7 @@ int main(int count, char** arguments) {
     try {
         return tests::run(count == 2 ? arguments[1] : "");
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "ending_program: %s\n", error.what());
+        std::cerr << "ending_program: " << error.what() << '\n';
         return EXIT_FAILURE;
     }
 }

@@ -33,7 +33,7 @@ TEST_F(KitModels, are_none_without_the_variable) {
 }
 
 TEST_F(KitModels, are_none_with_an_empty_variable) {
-    variable.set(L"");
+    variable.set(std::wstring());
     EXPECT_THAT(modelsIn("ONE"), IsEmpty());
     EXPECT_EQ(standardError.text(), "");
 }

@@ -16,11 +16,11 @@ using testing::Pair;
 
 class LogCallback : public LoggerTest {
 protected:
-    LogCallback() {
+    void SetUp() override {
         current = this;
         fileName.set(file.wstring());
     }
-    ~LogCallback() override { current = nullptr; }
+    void TearDown() override { current = nullptr; }
 
     static void keep(int number, const char* text) { current->calls.emplace_back(number, text); }
 

@@ -12,6 +12,7 @@ namespace {
 
 using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -37,6 +38,14 @@ WINAPI void fakeSystemTime(SYSTEMTIME* now) {
             .wMinute = 5,
             .wSecond = 6,
             .wMilliseconds = 7};
+}
+
+TEST_F(LogFile, may_have_a_name_beyond_ascii) {
+    const auto named = folder.path / L"Protokoll \u00E4\u65E5.log";
+    fileName.set(named.wstring());
+    one->log(level_enum::info, "message");
+    EXPECT_THAT(complaints(), IsEmpty());
+    EXPECT_THAT(contentsOf(named), EndsWith(" info message\n"));
 }
 
 TEST_F(LogFile, starts_each_line_with_the_universal_time_to_the_millisecond) {
@@ -114,8 +123,8 @@ TEST_F(UnusableLogFile, in_a_folder_that_does_not_exist_is_said_once) {
 
 TEST_F(UnusableLogFile, that_is_a_folder_is_said_once) {
     std::filesystem::create_directory(file);
-    const std::u8string name = file.u8string();
-    expectOneComplaintAndNothingElse(file.wstring(), {name.begin(), name.end()});
+    const std::u8string shown = file.u8string();
+    expectOneComplaintAndNothingElse(file.wstring(), {shown.begin(), shown.end()});
     EXPECT_THAT(complaints(), ElementsAre(HasSubstr("Permission denied")));
 }
 

@@ -56,10 +56,12 @@ TEST_F(SharedLog, leaves_nothing_behind_when_the_runtime_is_unloaded) {
 
 TEST_F(SharedLog, is_set_up_once_by_threads_that_log_for_the_first_time_together) {
     level.set(L"loud");
-    std::latch ready(8);
+    constexpr int threadCount = 8;
+    std::latch ready(threadCount);
     {
         std::vector<std::jthread> threads;
-        for (int i = 0; i < 8; ++i) {
+        threads.reserve(threadCount);
+        for (int i = 0; i < threadCount; ++i) {
             threads.emplace_back([&, image = i % 2 == 0 ? &*one : &*two] {
                 ready.arrive_and_wait();
                 image->log(level_enum::info, "message");

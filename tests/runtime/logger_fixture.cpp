@@ -13,7 +13,7 @@ namespace {
 std::filesystem::path newFolder() {
     const auto place = std::filesystem::temp_directory_path();
     for (int number = 1;; ++number) {
-        const auto path = place / ("vorlen logger " + std::to_string(number));
+        auto path = place / ("vorlen logger " + std::to_string(number));
         if (std::filesystem::create_directory(path)) {
             return path;
         }
@@ -31,8 +31,9 @@ std::string withoutCarriageReturn(std::string line) {
 std::vector<std::string> linesOf(const std::string& text) {
     std::vector<std::string> lines;
     std::size_t start = 0;
-    for (std::size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1) {
+    for (auto end = text.find('\n'); end != std::string::npos; end = text.find('\n', start)) {
         lines.push_back(text.substr(start, end - start));
+        start = end + 1;
     }
     if (start != text.size()) {
         throw std::runtime_error("the last line has no end: " + text.substr(start));

@@ -62,8 +62,8 @@ protected:
     std::vector<std::string> complaints() const;
 
     const TemporaryFolder folder;
-    const std::filesystem::path file = folder.path / L"every line \u00E4\u65E5.log";
-    const CapturedStandardError standardError{folder.path / L"standard error"};
+    const std::filesystem::path file = folder.path / "every line.log";
+    const CapturedStandardError standardError{folder.path / "standard error"};
     const EnvironmentVariable level{levelVariable};
     const EnvironmentVariable fileName{fileVariable};
     std::optional<Library> runtime;

@@ -11,7 +11,6 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::StartsWith;
 
 const std::vector<std::string> names = {"trace", "debug", "info", "warn", "error", "critical"};
 
@@ -46,8 +45,8 @@ TEST_F(LoggerTest, sends_lines_from_warn_on_to_standard_error_unless_told_otherw
 }
 
 TEST_F(LoggerTest, takes_empty_variables_for_variables_that_are_not_set) {
-    level.set(L"");
-    fileName.set(L"");
+    level.set({});
+    fileName.set({});
     one->logByEachMember("message");
     EXPECT_EQ(linesOnStandardError(), linesFrom(3));
     EXPECT_THAT(complaints(), IsEmpty());
@@ -145,9 +144,10 @@ const Spelling spellings[] = {
      "tab<U+0009>bell<U+0007>escape<U+001B>[2Jdelete<U+007F>"},
     // The second block of controls: next line, and a terminal's escape in one character.
     {"\xC2\x85 \xC2\x9B", "<U+0085> <U+009B>"},
-    // Separators of lines and paragraphs; right-to-left override, isolate and mark.
+    // Separators of lines and paragraphs; right-to-left override and isolate with their ends; mark.
     {"\xE2\x80\xA8 \xE2\x80\xA9", "<U+2028> <U+2029>"},
-    {"\xE2\x80\xAE \xE2\x81\xA6 \xD8\x9C", "<U+202E> <U+2066> <U+061C>"},
+    {"\xE2\x80\xAE \xE2\x81\xA6 \xE2\x81\xA9 \xE2\x80\xAC \xD8\x9C",
+     "<U+202E> <U+2066> <U+2069> <U+202C> <U+061C>"},
     // A line end in too many bytes, which a lenient reader takes for one.
     {"\xC0\x8A \xE0\x80\x8A \xF0\x80\x80\x8A", "<U+000A> <U+000A> <U+000A>"},
     // Neighbours of what is spelled out, of one to four bytes.

@@ -81,7 +81,7 @@ TEST_F(TenThousandWindows, are_read_with_ten_times_the_memory_requests_of_a_thou
 }
 
 TEST_F(TenThousandWindows, take_less_than_a_kibibyte_each_beyond_their_titles) {
-    const std::size_t titles = 10'000 * 2 * (titleOf(0).size() + 1) * sizeof(wchar_t);
+    const std::size_t titles = std::size_t{10'000} * 2 * (titleOf(0).size() + 1) * sizeof(wchar_t);
     EXPECT_LT((tenThousand->bytes - titles) / 10'000, 1024u);
 }
 

@@ -22,6 +22,7 @@ protected:
     std::vector<HWND> listedHandles() const {
         const WindowList& list = *liveListOf(*module.exports->getMonitorData());
         std::vector<HWND> handles;
+        handles.reserve(list.GetCurrentWindows().size());
         for (const WindowInfo& window : list.GetCurrentWindows()) {
             handles.push_back(window.hwnd);
         }

@@ -25,6 +25,8 @@ class Wmi : private Current<Wmi> {
 public:
     Wmi(Redirects& redirects, Journal& calls);
     ~Wmi();
+    Wmi(const Wmi&) = delete;
+    Wmi& operator=(const Wmi&) = delete;
 
     // Adds a WMI instance: see WmiProvider.
     void add(const std::wstring& instanceName, const std::wstring& serialNumber) {

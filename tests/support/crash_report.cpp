@@ -1,5 +1,5 @@
-// Part of every test program, to make it end as a failure when it crashes: left to Wine, a program
-// that crashed on a thread other than its first may end with exit code 0.
+// Part of every test program, to make it end as a failure when it crashes: under Wine's debugger
+// one that crashed on a thread other than its first can end with exit code 0.
 
 #include <windows.h>
 

@@ -11,6 +11,8 @@ using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
 
+#define COMMANDS "monitors, windows, status, watch, overview"
+
 std::string information(const std::vector<std::string>& arguments) {
     return std::get<Information>(parseCommandLine(arguments)).text;
 }
@@ -51,12 +53,12 @@ TEST(CommandLine, AsksForTheVersion) {
 
 TEST(CommandLine, NeedsACommand) {
     EXPECT_EQ(refusal({}),
-              "no command given; the commands are: monitors; see vorlen-monitor --help");
+              "no command given; the commands are: " COMMANDS "; see vorlen-monitor --help");
 }
 
 TEST(CommandLine, RefusesAnUnknownCommand) {
     const std::string expected =
-        "unknown command \"screens\"; the commands are: monitors; see vorlen-monitor --help";
+        "unknown command \"screens\"; the commands are: " COMMANDS "; see vorlen-monitor --help";
     EXPECT_EQ(refusal({"screens"}), expected);
     EXPECT_EQ(refusal({"screens", "monitors"}), expected);
 }

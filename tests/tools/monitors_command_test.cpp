@@ -1,4 +1,5 @@
 #include "tools/vorlen-monitor/monitors_command.h"
+#include "tools/vorlen-monitor/records.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -30,7 +31,7 @@ int changingList(MonitorListItem* items, std::int32_t capacity) {
 std::vector<MonitorListItem> readWhile(std::vector<int> numbers) {
     numbersOfMonitors = std::move(numbers);
     calls = 0;
-    return readMonitors(changingList);
+    return readRecords(changingList);
 }
 
 void fill(VLChar16 (&field)[VORLEN_MONITOR_TEXT_UNITS], std::wstring_view text) {

@@ -1,8 +1,8 @@
+#include "tests/support/other_thread.h"
 #include "tests/windows/windows_test.h"
 
 #include <gmock/gmock.h>
 
-#include <future>
 #include <type_traits>
 
 namespace tests {
@@ -12,11 +12,6 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 static_assert(!std::is_copy_constructible_v<WindowList> && !std::is_copy_assignable_v<WindowList>);
-
-template <typename Function>
-auto onAnotherThread(Function function) {
-    return std::async(std::launch::async, function).get();
-}
 
 class WindowListOfThread : public WindowsTest {};
 

@@ -36,6 +36,7 @@ protected:
 
     static std::vector<std::wstring> titlesOf(const std::vector<vorlen::ui::WindowInfo>& windows) {
         std::vector<std::wstring> result;
+        result.reserve(windows.size());
         for (const vorlen::ui::WindowInfo& window : windows) {
             result.push_back(window.title);
         }

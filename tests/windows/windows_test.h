@@ -30,11 +30,12 @@ private:
 
 // The part of a record's string in front of its first zero.
 inline std::wstring textOf(const std::wstring& recorded) {
-    return recorded.c_str();
+    return recorded.substr(0, recorded.find(L'\0'));
 }
 
 inline std::vector<std::wstring> titlesOf(const WindowList& list) {
     std::vector<std::wstring> titles;
+    titles.reserve(list.GetCurrentWindows().size());
     for (const WindowInfo& window : list.GetCurrentWindows()) {
         titles.push_back(textOf(window.title));
     }
@@ -43,6 +44,7 @@ inline std::vector<std::wstring> titlesOf(const WindowList& list) {
 
 inline std::vector<HWND> handlesOf(const WindowList& list) {
     std::vector<HWND> handles;
+    handles.reserve(list.GetCurrentWindows().size());
     for (const WindowInfo& window : list.GetCurrentWindows()) {
         handles.push_back(window.hwnd);
     }

@@ -51,8 +51,10 @@ protected:
     }
 
     std::vector<std::wstring> listedTitles() const {
+        const auto& windows = module.monitorWrapper().getWindowList();
         std::vector<std::wstring> titles;
-        for (const auto& window : module.monitorWrapper().getWindowList()) {
+        titles.reserve(windows.size());
+        for (const auto& window : windows) {
             titles.push_back(window.title);
         }
         return titles;
@@ -109,6 +111,7 @@ TEST_F(ComboBoxOfRealWindows, equals_list_and_set_after_a_thousand_windows_came_
     EXPECT_EQ(second.entries(), listedTitles());
     const WindowList& list = *liveListOf(*module.exports->getMonitorData());
     std::vector<HWND> handles;
+    handles.reserve(list.GetCurrentWindows().size());
     for (const WindowInfo& window : list.GetCurrentWindows()) {
         handles.push_back(window.hwnd);
     }

@@ -1,6 +1,7 @@
 #include "tests/windows_real/real_windows_test.h"
 
-#include <future>
+#include <semaphore>
+#include <thread>
 
 namespace tests {
 namespace {
@@ -125,13 +126,14 @@ void makeMessageQueue() {
 
 TEST_F(ListOfRealWindows, stays_as_it_was_read_on_a_thread_that_retrieves_no_messages) {
     const HWND seeded = program.createShown(L"seeded");
-    std::promise<HWND> shownMeanwhile;
-    std::promise<void> started;
-    auto service = std::async(std::launch::async, [&] {
+    HWND shown = nullptr;
+    std::binary_semaphore started{0};
+    std::binary_semaphore shownMeanwhile{0};
+    std::thread service([&] {
         makeMessageQueue();
         module.init();
-        started.set_value();
-        const HWND shown = shownMeanwhile.get_future().get();
+        started.release();
+        shownMeanwhile.acquire();
         EXPECT_FALSE(isListed(shown));
         EXPECT_TRUE(isListed(seeded));
         // From now on the thread does retrieve messages.
@@ -139,13 +141,15 @@ TEST_F(ListOfRealWindows, stays_as_it_was_read_on_a_thread_that_retrieves_no_mes
         EXPECT_TRUE(leavesTheList(seeded));
         module.cleanup();
     });
-    started.get_future().wait();
-    const Witness witness;
-    program.destroy(seeded);
-    const HWND shown = program.createShown(L"shown meanwhile");
-    EXPECT_TRUE(witness.sees(shown));
-    shownMeanwhile.set_value(shown);
-    service.get();
+    started.acquire();
+    {
+        const Witness witness;
+        program.destroy(seeded);
+        shown = program.createShown(L"shown meanwhile");
+        EXPECT_TRUE(witness.sees(shown));
+    }
+    shownMeanwhile.release();
+    service.join();
 }
 
 TEST_F(ListOfRealWindows, does_not_call_the_library_any_more_once_it_was_unloaded) {

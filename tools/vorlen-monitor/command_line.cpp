@@ -61,6 +61,75 @@ void refuseRest(const CLI::App& app) {
     }
 }
 
+// The subcommands, and what their options were filled with.
+class Commands {
+public:
+    explicit Commands(CLI::App& app)
+        : monitors(app.add_subcommand("monitors", "List the monitors of the desktop")),
+          windows(app.add_subcommand("windows", "List the windows that can be shown")),
+          status(app.add_subcommand("status", "Check how the kit's monitor is set up")),
+          watch(app.add_subcommand("watch", "Tell of monitors and windows as they come and go")),
+          overview(app.add_subcommand("overview", "Show monitors, status and windows")) {
+        addFlag(monitors, "--json", "Print a JSON array instead of a table", monitorsOptions.json);
+        addFlag(windows, "--json", "Print a JSON array instead of a table", windowsOptions.json);
+        addFlag(windows, "--all", "List every window, with the test that kept it out",
+                windowsOptions.all);
+        addFlag(status, "--json", "Print a JSON object instead of text", statusOptions.json);
+        addKitModel(status, statusOptions.kitModels);
+        addFlag(watch, "--json", "Print a JSON object a line", watchOptions.json);
+        watch->add_option("--seconds", seconds, "End after so many seconds instead of at Ctrl+C")
+            ->check(CLI::Range(1, longestWatchSeconds));
+        addKitModel(overview, overviewOptions.kitModels);
+    }
+
+    // Once the arguments have been parsed; nothing when none of them was a command.
+    std::optional<Request> chosen() {
+        if (monitors->parsed()) {
+            return monitorsOptions;
+        }
+        if (windows->parsed()) {
+            return windowsOptions;
+        }
+        if (status->parsed()) {
+            return statusOptions;
+        }
+        if (watch->parsed()) {
+            if (seconds != 0) {
+                watchOptions.duration = std::chrono::seconds(seconds);
+            }
+            return watchOptions;
+        }
+        return overview->parsed() ? std::optional<Request>(overviewOptions) : std::nullopt;
+    }
+
+private:
+    static void addFlag(CLI::App* command, const char* name, const char* help, bool& value) {
+        command->add_flag(name, value, help)->disable_flag_override();
+    }
+
+    static void addKitModel(CLI::App* command, std::vector<std::string>& names) {
+        command
+            ->add_option("--kit-model", names, "A model that counts as the kit's, too (repeatable)")
+            ->type_name("NAME")
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+    }
+
+    static constexpr int longestWatchSeconds = 365 * 24 * 3600;
+
+    MonitorsOptions monitorsOptions;
+    WindowsOptions windowsOptions;
+    StatusOptions statusOptions;
+    WatchOptions watchOptions;
+    OverviewOptions overviewOptions;
+    int seconds = 0;
+    CLI::App* monitors;
+    CLI::App* windows;
+    CLI::App* status;
+    CLI::App* watch;
+    CLI::App* overview;
+};
+
 // What CLI11 found wrong, as one line.
 std::string problemOf(const CLI::ParseError& error) {
     std::string text = error.what();
@@ -111,23 +180,19 @@ Request parseCommandLine(const std::vector<std::string>& arguments) {
     app.set_version_flag("--version", std::string(program) + " " VORLEN_MONITOR_VERSION,
                          "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer("Exit status: 0 success; 2 wrong command line; 3 libraries unusable;\n"
-               "4 output not written; 5 other error.");
+    app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line;\n"
+               "3 libraries unusable; 4 output not written; 5 other error.");
     app.allow_windows_style_options(false);
     app.allow_extras();
     app.require_subcommand(0, 1);
 
-    MonitorsOptions monitorsOptions;
-    CLI::App* const monitors = app.add_subcommand("monitors", "List the monitors of the desktop");
-    monitors->add_flag("--json", monitorsOptions.json, "Print a JSON array instead of a table")
-        ->disable_flag_override();
-
+    Commands commands(app);
     if (const auto information = parseWith(app, arguments)) {
         return *information;
     }
     refuseRest(app);
-    if (monitors->parsed()) {
-        return monitorsOptions;
+    if (auto request = commands.chosen()) {
+        return *std::move(request);
     }
     throw Failure(ExitCode::usage,
                   "no command given; the commands are: " + commandNames(app) + "; " + seeHelp(app));

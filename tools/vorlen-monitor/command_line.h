@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -15,8 +17,29 @@ struct MonitorsOptions {
     bool json = false;
 };
 
+struct WindowsOptions {
+    bool json = false;
+    bool all = false; // also those that are not offered, with the reason
+};
+
+struct StatusOptions {
+    bool json = false;
+    std::vector<std::string> kitModels; // model names that the runtime is to recognise, too
+};
+
+struct WatchOptions {
+    bool json = false;
+    std::optional<std::chrono::seconds> duration; // nothing: until Ctrl+C
+};
+
+// Monitors, status and windows together, for a person.
+struct OverviewOptions {
+    std::vector<std::string> kitModels;
+};
+
 // What the user asked for: one alternative per subcommand.
-using Request = std::variant<Information, MonitorsOptions>;
+using Request = std::variant<Information, MonitorsOptions, WindowsOptions, StatusOptions,
+                             WatchOptions, OverviewOptions>;
 
 // The arguments of this process in UTF-8, the program's name left out.
 std::vector<std::string> commandLineArguments();

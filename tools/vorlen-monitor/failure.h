@@ -8,9 +8,10 @@
 
 namespace vorlen::tool {
 
-// What the process answers; 1 is kept for a check that ran and was not passed.
+// What the process answers.
 enum class ExitCode : int {
     success = 0,
+    checkNotPassed = 1,
     usage = 2,
     libraries = 3,
     output = 4,

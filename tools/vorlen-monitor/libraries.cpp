@@ -79,8 +79,7 @@ Service::Service()
     : runtime(folderOfThisProgram() + L"vorlen_runtime.dll"),
       initialize(runtime.function<decltype(::Vorlen_Initialize)>("Vorlen_Initialize")),
       shutdown(runtime.function<decltype(::Vorlen_Shutdown)>("Vorlen_Shutdown")),
-      module(folderOfThisProgram() + L"libvorlen_monitor.dll"),
-      functions{module.function<decltype(::getMonitorList)>("getMonitorList")} {
+      module(folderOfThisProgram() + L"libvorlen_monitor.dll") {
     if (!initialize()) {
         throw Failure(ExitCode::libraries, "the service did not start: Vorlen_Initialize failed, "
                                            "for the reason that vorlen_runtime.dll gives above");

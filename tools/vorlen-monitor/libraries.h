@@ -2,7 +2,6 @@
 
 #include "runtime/host.h"
 #include "tools/vorlen-monitor/failure.h"
-#include "vorlen/monitor.h"
 
 #include <windows.h>
 
@@ -33,11 +32,6 @@ private:
     FARPROC exported(const char* name) const;
 };
 
-// What the command calls in libvorlen_monitor.dll.
-struct Exports {
-    decltype(::getMonitorList)* getMonitorList;
-};
-
 // The running service: both libraries of this program's folder, initialised. The thread that makes
 // it is the service thread: it alone calls the functions, and destroys it.
 class Service {
@@ -46,7 +40,6 @@ class Service {
     decltype(::Vorlen_Initialize)* initialize;
     decltype(::Vorlen_Shutdown)* shutdown;
     Library module;
-    Exports functions;
 
 public:
     // Throws a Failure when a library cannot be used or does not come up.
@@ -55,7 +48,11 @@ public:
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
-    const Exports& exports() const { return functions; }
+    // A function of the module; throws a Failure when it has none of that name.
+    template <typename Function>
+    Function* function(const char* name) const {
+        return module.function<Function>(name);
+    }
 };
 
 // Gives the running service to the work, and returns its result. What the libraries throw leaves as

@@ -4,6 +4,9 @@
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/output.h"
+#include "tools/vorlen-monitor/status_command.h"
+#include "tools/vorlen-monitor/watch_command.h"
+#include "tools/vorlen-monitor/windows_command.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,21 +18,54 @@ namespace vorlen::tool {
 
 namespace {
 
-std::string answer(const Information& information) {
-    return information.text;
+ExitCode print(const std::string& text) {
+    Output().write(text);
+    return ExitCode::success;
 }
 
-std::string answer(const MonitorsOptions& options) {
-    const std::vector<MonitorListItem> monitors = withService(
-        [](const Service& service) { return readMonitors(service.exports().getMonitorList); });
-    return options.json ? jsonText(monitorsJson(monitors)) : monitorsTable(monitors);
+ExitCode carryOut(const Information& information) {
+    return print(information.text);
+}
+
+ExitCode carryOut(const MonitorsOptions& options) {
+    const auto monitors = withService(readMonitors);
+    return print(options.json ? jsonText(monitorsJson(monitors)) : monitorsTable(monitors));
+}
+
+ExitCode carryOut(const WindowsOptions& options) {
+    const auto windows = withService(options.all ? readAllWindows : readOfferedWindows);
+    return print(options.json ? jsonText(windowsJson(windows, options.all))
+                              : windowsTable(windows, options.all));
+}
+
+ExitCode carryOut(const StatusOptions& options) {
+    addKitModels(options.kitModels);
+    const MonitorStatus status = withService(readStatus);
+    print(options.json ? jsonText(statusJson(status)) : statusText(status));
+    return status.ok ? ExitCode::success : ExitCode::checkNotPassed;
+}
+
+ExitCode carryOut(const WatchOptions& options) {
+    withService([&](const Service& service) {
+        watch(service, options, Output());
+        return 0;
+    });
+    return ExitCode::success;
+}
+
+ExitCode carryOut(const OverviewOptions& options) {
+    addKitModels(options.kitModels);
+    return print(withService([](const Service& service) {
+        return "Monitors\n" + monitorsTable(readMonitors(service)) + "\nStatus\n" +
+               statusText(readStatus(service)) + "\nWindows\n" +
+               windowsTable(readOfferedWindows(service), false);
+    }));
 }
 
 ExitCode run() {
     try {
         const Request request = parseCommandLine(commandLineArguments());
-        Output().write(std::visit([](const auto& options) { return answer(options); }, request));
-        return ExitCode::success;
+        return std::visit([](const auto& options) { return carryOut(options); }, request);
     } catch (const Failure& failure) {
         complain(failure.what());
         return failure.exitCode();

@@ -1,37 +1,16 @@
 #include "tools/vorlen-monitor/monitors_command.h"
 
+#include "tools/vorlen-monitor/libraries.h"
+#include "tools/vorlen-monitor/records.h"
 #include "tools/vorlen-monitor/table.h"
 #include "tools/vorlen-monitor/text.h"
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <charconv>
-
 namespace vorlen::tool {
 
-namespace {
-
-std::string hexadecimal(const void* handle) {
-    std::array<char, 2 * sizeof handle> digits{};
-    const std::to_chars_result result = std::to_chars(digits.data(), digits.data() + digits.size(),
-                                                      reinterpret_cast<std::uintptr_t>(handle), 16);
-    return "0x" + std::string(digits.data(), result.ptr);
-}
-
-} // namespace
-
-std::vector<MonitorListItem> readMonitors(decltype(::getMonitorList)* getMonitorList) {
-    std::vector<MonitorListItem> monitors;
-    int count = getMonitorList(nullptr, 0);
-    // A copy that fills the array may have been cut off: a monitor can come after the size query.
-    // One record more than needed tells.
-    do {
-        monitors.resize(static_cast<std::size_t>(count) + 1);
-        count = getMonitorList(monitors.data(), static_cast<std::int32_t>(monitors.size()));
-    } while (static_cast<std::size_t>(count) == monitors.size());
-    monitors.resize(static_cast<std::size_t>(count));
-    return monitors;
+std::vector<MonitorListItem> readMonitors(const Service& service) {
+    return readRecords(service.function<decltype(::getMonitorList)>("getMonitorList"));
 }
 
 std::string monitorsTable(const std::vector<MonitorListItem>& monitors) {
@@ -58,18 +37,22 @@ std::string monitorsTable(const std::vector<MonitorListItem>& monitors) {
     return table.text();
 }
 
+nlohmann::ordered_json monitorJson(const MonitorListItem& monitor) {
+    return {{"handle", hexadecimal(monitor.handle)},
+            {"deviceName", fieldText(monitor.deviceName)},
+            {"friendlyName", fieldText(monitor.friendlyName)},
+            {"monitorId", fieldText(monitor.monitorId)},
+            {"x", monitor.x},
+            {"y", monitor.y},
+            {"width", monitor.width},
+            {"height", monitor.height},
+            {"refreshRate", monitor.refreshRate}};
+}
+
 nlohmann::ordered_json monitorsJson(const std::vector<MonitorListItem>& monitors) {
     auto array = nlohmann::ordered_json::array();
     for (const MonitorListItem& monitor : monitors) {
-        array.push_back({{"handle", hexadecimal(monitor.handle)},
-                         {"deviceName", fieldText(monitor.deviceName)},
-                         {"friendlyName", fieldText(monitor.friendlyName)},
-                         {"monitorId", fieldText(monitor.monitorId)},
-                         {"x", monitor.x},
-                         {"y", monitor.y},
-                         {"width", monitor.width},
-                         {"height", monitor.height},
-                         {"refreshRate", monitor.refreshRate}});
+        array.push_back(monitorJson(monitor));
     }
     return array;
 }

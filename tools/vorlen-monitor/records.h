@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorlen::tool {
+
+// Every record that a list function of the library gives, also when their number changes meanwhile.
+template <typename Record>
+std::vector<Record> readRecords(int (*getList)(Record*, std::int32_t)) {
+    std::vector<Record> records;
+    int count = getList(nullptr, 0);
+    // A copy that fills the array may have been cut off: a record can come after the size query.
+    // One more than needed tells.
+    do {
+        records.resize(static_cast<std::size_t>(count) + 1);
+        count = getList(records.data(), static_cast<std::int32_t>(records.size()));
+    } while (static_cast<std::size_t>(count) == records.size());
+    records.resize(static_cast<std::size_t>(count));
+    return records;
+}
+
+// A handle as people compare it, such as "0x10001".
+inline std::string hexadecimal(const void* handle) {
+    std::array<char, 2 * sizeof handle> digits{};
+    const std::to_chars_result result = std::to_chars(digits.data(), digits.data() + digits.size(),
+                                                      reinterpret_cast<std::uintptr_t>(handle), 16);
+    return "0x" + std::string(digits.data(), result.ptr);
+}
+
+} // namespace vorlen::tool

@@ -1,0 +1,99 @@
+#include "tools/vorlen-monitor/status_command.h"
+
+#include "tools/vorlen-monitor/failure.h"
+#include "tools/vorlen-monitor/libraries.h"
+#include "tools/vorlen-monitor/monitors_command.h"
+#include "tools/vorlen-monitor/text.h"
+#include "vorlen/diagnostics.h"
+#include "vorlen/status.h"
+
+#include <windows.h>
+
+#include <nlohmann/json.hpp>
+
+namespace vorlen::tool {
+
+namespace {
+
+constexpr const wchar_t* kitModelsVariable = L"VORLEN_KIT_MODELS";
+
+std::wstring environmentText(const wchar_t* variable) {
+    std::wstring text(GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
+    text.resize(GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())));
+    return text;
+}
+
+// A code that no table has is unknown.
+std::string messageFor(const std::unordered_map<VLStatus, std::string>& messages,
+                       std::int32_t code) {
+    const auto known = messages.find(static_cast<VLStatus>(code));
+    return known != messages.end() ? known->second : messages.at(UNKNOWN_STATUS);
+}
+
+std::string nameOf(std::int32_t code) {
+    const char* const name = statusName(code);
+    return name != nullptr ? name : statusName(UNKNOWN_STATUS);
+}
+
+} // namespace
+
+void addKitModels(const std::vector<std::string>& names) {
+    if (names.empty()) {
+        return;
+    }
+    std::wstring models = environmentText(kitModelsVariable);
+    for (const std::string& name : names) {
+        if (name.empty() || name.find(';') != std::string::npos) {
+            throw Failure(ExitCode::usage, "\"" + name +
+                                               "\" is no model name: give --kit-model one name, of "
+                                               "at least one character and without ';'");
+        }
+        models += (models.empty() ? L"" : L";") + toUtf16(name);
+    }
+    if (SetEnvironmentVariableW(kitModelsVariable, models.c_str()) == FALSE) {
+        throw Failure(ExitCode::internal,
+                      "cannot set VORLEN_KIT_MODELS: " + systemError(GetLastError()));
+    }
+}
+
+MonitorStatus readStatus(const Service& service) {
+    const bool ok = service.function<decltype(::checkMonitorStatus)>("checkMonitorStatus")();
+    auto* const getLastMonitorStatus =
+        service.function<decltype(monitor_internal::getLastMonitorStatus)>("getLastMonitorStatus");
+    auto* const getCheckedMonitor =
+        service.function<decltype(monitor_internal::getCheckedMonitor)>("getCheckedMonitor");
+    MonitorStatus status{ok, getLastMonitorStatus(), std::nullopt};
+    MonitorListItem monitor{};
+    if (getCheckedMonitor(&monitor)) {
+        status.monitor = monitor;
+    }
+    return status;
+}
+
+std::string statusText(const MonitorStatus& status) {
+    std::string text = std::to_string(status.code) + " " + nameOf(status.code) + ": " +
+                       messageFor(StatusShortMessages, status.code) + "\n";
+    if (const std::string advice = messageFor(StatusMessages, status.code); !advice.empty()) {
+        text += advice + "\n";
+    }
+    if (status.monitor) {
+        text += monitorsTable({*status.monitor});
+    }
+    return text;
+}
+
+nlohmann::ordered_json statusJson(const MonitorStatus& status) {
+    nlohmann::ordered_json document = {
+        {"ok", status.ok},
+        {"code", status.code},
+        {"name", nameOf(status.code)},
+        {"shortMessage", messageFor(StatusShortMessages, status.code)},
+        {"message", messageFor(StatusMessages, status.code)},
+        {"monitor", nullptr}};
+    if (status.monitor) {
+        document["monitor"] = monitorsJson({*status.monitor}).front();
+    }
+    return document;
+}
+
+} // namespace vorlen::tool

@@ -1,0 +1,127 @@
+#include "tools/vorlen-monitor/windows_command.h"
+
+#include "tools/vorlen-monitor/libraries.h"
+#include "tools/vorlen-monitor/records.h"
+#include "tools/vorlen-monitor/table.h"
+#include "tools/vorlen-monitor/text.h"
+#include "vorlen/diagnostics.h"
+#include "vorlen/monitor.h"
+
+#include <windows.h>
+
+#include <nlohmann/json.hpp>
+
+#include <array>
+#include <exception>
+#include <utility>
+
+namespace vorlen::tool {
+
+namespace {
+
+struct Handles {
+    std::vector<HWND> all;
+    std::exception_ptr failure;
+};
+
+// An exception must not cross the system's frames.
+BOOL CALLBACK collect(HWND window, LPARAM parameter) {
+    auto& handles = *reinterpret_cast<Handles*>(parameter);
+    try {
+        handles.all.push_back(window);
+    } catch (...) {
+        handles.failure = std::current_exception();
+    }
+    return handles.failure ? FALSE : TRUE;
+}
+
+std::vector<HWND> topLevelWindows() {
+    Handles handles;
+    EnumWindows(collect, reinterpret_cast<LPARAM>(&handles));
+    if (handles.failure) {
+        std::rethrow_exception(handles.failure);
+    }
+    return std::move(handles.all);
+}
+
+std::string titleOf(HWND window) {
+    std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+    title.resize(static_cast<std::size_t>(
+        GetWindowTextW(window, title.data(), static_cast<int>(title.size()))));
+    return toUtf8(title);
+}
+
+std::string classNameOf(HWND window) {
+    std::array<wchar_t, 257> name{}; // a class name has at most 256 characters
+    const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+    return toUtf8({name.data(), static_cast<std::size_t>(length)});
+}
+
+} // namespace
+
+std::vector<WindowRow> readOfferedWindows(const Service& service) {
+    std::vector<WindowRow> rows;
+    for (const WindowListItem& window :
+         readRecords(service.function<decltype(::getWindowList)>("getWindowList"))) {
+        rows.push_back(
+            {window.handle, fieldText(window.title), fieldText(window.className), std::nullopt});
+    }
+    return rows;
+}
+
+std::vector<WindowRow> readAllWindows(const Service& service) {
+    auto* const getWindowRefusal =
+        service.function<decltype(monitor_internal::getWindowRefusal)>("getWindowRefusal");
+    std::vector<WindowRow> rows;
+    for (const HWND window : topLevelWindows()) {
+        const char* const refusal = getWindowRefusal(window);
+        rows.push_back({window, titleOf(window), classNameOf(window),
+                        refusal != nullptr ? std::optional<std::string>(refusal) : std::nullopt});
+    }
+    return rows;
+}
+
+std::string windowsTable(const std::vector<WindowRow>& windows, bool withRefusals) {
+    if (windows.empty()) {
+        return withRefusals ? "The desktop has no window.\n"
+                            : "No window can be shown on the kit's monitor.\n";
+    }
+    using Align = Table::Align;
+    std::vector<Table::Column> columns = {
+        {"HANDLE", Align::left}, {"CLASS NAME", Align::left}, {"TITLE", Align::left}};
+    if (withRefusals) {
+        columns.insert(columns.begin() + 1, {"OFFERED", Align::left});
+    }
+    Table table(std::move(columns));
+    for (const WindowRow& window : windows) {
+        std::vector<std::string> cells = {hexadecimal(window.handle), window.className,
+                                          window.title};
+        if (withRefusals) {
+            cells.insert(cells.begin() + 1, window.refusal ? "no: " + *window.refusal : "yes");
+        }
+        table.addRow(cells);
+    }
+    return table.text();
+}
+
+nlohmann::ordered_json windowJson(const WindowRow& window) {
+    return {{"handle", hexadecimal(window.handle)},
+            {"title", window.title},
+            {"className", window.className}};
+}
+
+nlohmann::ordered_json windowsJson(const std::vector<WindowRow>& windows, bool withRefusals) {
+    auto array = nlohmann::ordered_json::array();
+    for (const WindowRow& window : windows) {
+        auto& object = array.emplace_back(windowJson(window));
+        if (withRefusals) {
+            object["reason"] = nullptr;
+            if (window.refusal) {
+                object["reason"] = *window.refusal;
+            }
+        }
+    }
+    return array;
+}
+
+} // namespace vorlen::tool
