@@ -18,6 +18,7 @@ public:
     // The process-wide object.
     VORLEN_RUNTIME_API static VorlenCore& Instance();
 
+    ~VorlenCore() = default;
     VorlenCore(const VorlenCore&) = delete;
     VorlenCore& operator=(const VorlenCore&) = delete;
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <exception>
 #include <optional>
+#include <ranges>
 #include <string>
 
 namespace vorlen {
@@ -82,9 +83,9 @@ void dropUnloaded(std::vector<Registered<Function>>& functions) {
 void runCleanups() {
     dropUnloaded(registry().cleanups);
     const std::vector<Registered<Function>> cleanups = registry().cleanups;
-    for (auto cleanup = cleanups.rbegin(); cleanup != cleanups.rend(); ++cleanup) {
+    for (const auto& cleanup : std::views::reverse(cleanups)) {
         try {
-            cleanup->value();
+            cleanup.value();
         } catch (const std::exception& error) {
             complain(std::string("the cleanup of a module failed: ") + error.what());
         } catch (...) {
@@ -155,15 +156,17 @@ void Vorlen_RegisterModuleCleanup(void (*cleanup)()) {
 
 bool Vorlen_GetModuleVersion(const char* name, std::int32_t* major, std::int32_t* minor,
                              std::int32_t* patch) {
-    for (const ModuleVersion& known : registry().versions) {
-        if (name != nullptr && known.name == name) {
-            *major = known.major;
-            *minor = known.minor;
-            *patch = known.patch;
-            return true;
-        }
+    const auto& versions = registry().versions;
+    const auto found = std::find_if(versions.begin(), versions.end(), [=](const auto& known) {
+        return name != nullptr && known.name == name;
+    });
+    if (found == versions.end()) {
+        return false;
     }
-    return false;
+    *major = found->major;
+    *minor = found->minor;
+    *patch = found->patch;
+    return true;
 }
 
 bool Vorlen_Initialize() {

@@ -9,8 +9,7 @@
 #include "vorlen/monitor.h"
 
 #ifdef __cplusplus
-namespace vorlen {
-namespace monitor_internal {
+namespace vorlen::monitor_internal {
 extern "C" {
 #endif
 
@@ -42,8 +41,7 @@ VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
 
 #ifdef __cplusplus
 } /* extern "C" */
-} /* namespace monitor_internal */
-} /* namespace vorlen */
+} /* namespace vorlen::monitor_internal */
 #endif
 
 #endif /* VORLEN_DIAGNOSTICS_H */

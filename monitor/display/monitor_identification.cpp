@@ -17,7 +17,7 @@ Mutex monitorIdCacheMutex;                           // held while a query runs
 std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devicePaths) {
     std::vector<PendingMonitorId> pending;
     for (const std::wstring& devicePath : devicePaths) {
-        if (devicePath.empty() || monitorIdCache.count(devicePath) != 0) {
+        if (devicePath.empty() || monitorIdCache.contains(devicePath)) {
             continue;
         }
         std::wstring prefix = wmiInstancePrefix(devicePath);

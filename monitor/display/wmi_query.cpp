@@ -84,7 +84,7 @@ void queryWmiMonitorIds(const std::vector<PendingMonitorId>& pending,
         ComPtr<IWbemClassObject> object;
         ULONG returned = 0;
         objects->Next(static_cast<LONG>(WBEM_INFINITE), 1, &object, &returned);
-        if (returned == 0 || !object) {
+        if (returned == 0 || object.Get() == nullptr) {
             return;
         }
         readMonitor(*object.Get(), pending, results);

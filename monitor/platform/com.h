@@ -54,7 +54,7 @@ public:
     VARIANT& get() { return value; }
 
 private:
-    VARIANT value;
+    VARIANT value{};
 };
 
 // Access to the elements of a safe array, which stays the caller's; null when it is refused.

@@ -30,7 +30,7 @@ unsigned __stdcall runJob(void* parameter) {
 // Not std::thread: what toolchains make of it stays behind in a process that unloads the library.
 HANDLE start(const std::shared_ptr<Job>& job) {
     auto share = std::make_unique<std::shared_ptr<Job>>(job);
-    const auto thread =
+    auto* const thread =
         reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, runJob, share.get(), 0, nullptr));
     if (thread == nullptr) {
         throw std::system_error(errno, std::generic_category());

@@ -10,6 +10,8 @@ public:
     EventHook() = default;
     explicit EventHook(HWINEVENTHOOK installed) : hook(installed) {}
     ~EventHook() { Release(); }
+    EventHook(const EventHook&) = delete;
+    EventHook& operator=(const EventHook&) = delete;
 
     EventHook(EventHook&& other) noexcept : hook(std::exchange(other.hook, nullptr)) {}
     EventHook& operator=(EventHook&& other) noexcept {

@@ -9,7 +9,7 @@
 struct WindowInfo {
     // Reads title and class name of the window. A handle that is not that of a window gives an
     // empty title and a class name of zeros.
-    explicit WindowInfo(HWND hwnd);
+    explicit WindowInfo(HWND window);
 
     HWND hwnd;              // borrowed from the system
     std::wstring title;     // the text and its terminating zero; empty for an untitled window

@@ -103,7 +103,7 @@ void WindowList::AddIfCapturable(HWND hwnd) {
 
 // Intended: a window that is listed already keeps the title that it had when it appeared.
 void WindowList::AddWindow(const WindowInfo& info) {
-    if (windowSet.count(info.hwnd) != 0) {
+    if (windowSet.contains(info.hwnd)) {
         return;
     }
     windows.push_back(info);
@@ -115,6 +115,7 @@ void WindowList::AddWindow(const WindowInfo& info) {
     }
     ++revision;
     // By index, here and below: a control may register another one while it is being told.
+    // NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
         appendToComboBox(comboBoxes[i], info.title);
     }
@@ -129,6 +130,7 @@ bool WindowList::RemoveWindow(HWND hwnd) {
     const auto index = static_cast<std::size_t>(removed - windows.begin());
     windows.erase(removed);
     ++revision;
+    // NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
         deleteFromComboBox(comboBoxes[i], index);
     }

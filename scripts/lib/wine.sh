@@ -34,6 +34,7 @@ open_wine_prefix() {
         make_first_prefix "$template"
     fi
     exec 8>&-
+    start_wine
 }
 
 # WINEDEBUG also silences the hint that 32-bit Wine is missing. Without winemenubuilder, Wine
@@ -41,6 +42,16 @@ open_wine_prefix() {
 set_wine_environment() {
     unset WINEARCH WINELOADER WINESERVER WINEDLLPATH
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+}
+
+# Wine's own processes start with the first program, and would write to its standard error, as they
+# do now and then although nothing is wrong. Hence that program is one whose output nobody sees: it
+# needs the desktop window, and ends. What it has started stays for as long as programs follow each
+# other within 10 s; the limit is for what a killed script leaves.
+start_wine() {
+    wineserver -p10 >/dev/null 2>&1 9>&-
+    setsid --wait wine rundll32 user32.dll,GetDesktopWindow </dev/null >/dev/null 2>&1 9>&- ||
+        fail "Wine does not start; this command shows why: WINEPREFIX=\$(mktemp -d) wine cmd /c ver"
 }
 
 make_first_prefix() {

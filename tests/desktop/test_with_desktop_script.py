@@ -116,17 +116,16 @@ def test_a_signal_ends_a_command_that_does_not_handle_it(marked, number):
     assert marked.processes() == {}
 
 
-def test_killed_it_takes_its_processes_along(marked, tmp_path):
-    marked.environment["TMPDIR"] = str(tmp_path)
+def test_killed_it_takes_its_processes_along(marked):
     process = start(marked, "sh", "-c", "echo started; exec sleep 1000")
     assert process.stdout.readline() == "started\n"
     process.kill()
     process.communicate(timeout=TIMEOUT_S)
     wait_until(lambda: marked.processes() == {}, "all of its processes have ended")
-    assert list(tmp_path.iterdir()) == []
 
 
-def test_what_a_killed_one_left_is_removed_by_the_next(marked):
+def test_what_a_killed_one_left_is_removed_by_the_next(marked, tmp_path):
+    marked.environment["TMPDIR"] = str(tmp_path)
     process = start(marked, sys.executable, "-c", HOLD_OPEN)
     prefix = json.loads(process.stdout.readline())["WINEPREFIX"]
     process.kill()
@@ -134,3 +133,5 @@ def test_what_a_killed_one_left_is_removed_by_the_next(marked):
     assert os.path.exists(prefix)
     assert run(marked, "true").returncode == 0
     assert not os.path.exists(prefix)
+    assert list(tmp_path.iterdir()) == []
+    assert marked.processes() == {}

@@ -1,11 +1,11 @@
 #include "monitor/display/monitor_list.h"
 #include "tests/display/display_test.h"
+#include "tests/support/other_thread.h"
 
 #include <gmock/gmock.h>
 
 #include <exception>
 #include <string>
-#include <thread>
 
 namespace tests {
 namespace {
@@ -15,13 +15,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 class MonitorListOfThread : public DisplayTest {};
-
-template <typename Function>
-auto onAnotherThread(Function function) {
-    decltype(function()) result{};
-    std::thread([&] { result = function(); }).join();
-    return result;
-}
 
 TEST_F(MonitorListOfThread, is_null_where_none_was_made) {
     EXPECT_EQ(MonitorList::Get(), nullptr);

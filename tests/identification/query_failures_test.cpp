@@ -1,7 +1,5 @@
 #include "tests/identification/identification_test.h"
 
-#include <wbemidl.h>
-
 namespace tests {
 namespace {
 

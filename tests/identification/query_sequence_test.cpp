@@ -1,7 +1,6 @@
 #include "tests/identification/identification_test.h"
 #include "tests/identification/worker_threads.h"
 
-#include <optional>
 #include <set>
 
 namespace tests {

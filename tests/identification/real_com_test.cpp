@@ -1,8 +1,9 @@
 #include "tests/identification/identification_test.h"
 #include "tests/identification/real_com.h"
-#include "tests/identification/worker_threads.h"
 
 #include <objbase.h>
+
+#include <optional>
 
 namespace tests {
 namespace {

@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <new>
 
 namespace tests {
@@ -90,44 +91,57 @@ TEST(ExhaustedMemoryAtFirst, leaves_a_library_that_can_be_started) {
     }
 }
 
-TEST_F(ExhaustedMemory, when_a_window_appears_leaves_list_and_set_equal_and_one_line) {
-    module.init();
-    for (std::size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        log.lines.clear();
+// Announces a window whose n-th request of memory fails, and then once more.
+class WindowWithoutMemory : public ExhaustedMemory {
+protected:
+    void SetUp() override {
+        module.init();
+        box = makeComboBox();
+    }
+
+    // Whether there were so many requests.
+    bool failsAt(std::size_t n) {
         const HWND window = add(longTitle).handle;
+        log.lines.clear();
         Allocations allocations({module.image()});
         allocations.failRequest(n);
         desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window);
-        if (!allocations.hasFailed()) {
-            EXPECT_GT(n, 3u);
-            EXPECT_THAT(log.lines, IsEmpty());
-            break;
-        }
-        EXPECT_THAT(listedHandles(), testing::Not(testing::Contains(window)));
-        ASSERT_EQ(log.lines.size(), 1u);
-        EXPECT_EQ(log.lines[0].level, 4);
+        const bool failed = allocations.hasFailed();
+        expectOutcome(window, failed);
 
         allocations.failRequest(0);
         desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window);
         EXPECT_EQ(listedHandles().back(), window);
-        EXPECT_EQ(windowList().back().hwnd, window);
+        return failed;
     }
-}
 
-TEST_F(ExhaustedMemory, when_a_window_appears_leaves_combo_boxes_in_step) {
-    module.init();
-    const HWND box = makeComboBox();
-    for (std::size_t n = 1;; ++n) {
-        const HWND window = add(longTitle).handle;
-        Allocations allocations({module.image()});
-        allocations.failRequest(n);
-        desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window);
-        EXPECT_EQ(desktop.comboBoxes.entries(box).size(), listedHandles().size());
-        if (!allocations.hasFailed()) {
-            break;
+    void expectOutcome(HWND window, bool failed) {
+        const std::vector<HWND> listed = listedHandles();
+        EXPECT_EQ(std::count(listed.begin(), listed.end(), window), failed ? 0 : 1);
+        EXPECT_EQ(desktop.comboBoxes.entries(box).size(), listed.size());
+        EXPECT_EQ(log.lines.size(), failed ? 1u : 0u);
+        for (const LogLine& line : log.lines) {
+            EXPECT_EQ(line.level, 4);
         }
     }
+
+    HWND box = nullptr;
+};
+
+// Several windows for each request, since containers ask for memory only now and then.
+TEST_F(WindowWithoutMemory, leaves_list_set_and_combo_box_equal_and_one_line) {
+    std::size_t n = 0;
+    bool failed = true;
+    while (failed) {
+        ++n;
+        SCOPED_TRACE(n);
+        failed = false;
+        for (int i = 0; i < 20; ++i) {
+            failed = failsAt(n) || failed;
+        }
+    }
+    EXPECT_GT(n, 5u);
+    EXPECT_EQ(windowList().size(), 20 * n);
 }
 
 TEST_F(ExhaustedMemory, is_not_even_noticed_when_a_window_is_destroyed) {
@@ -153,73 +167,6 @@ TEST_F(ExhaustedMemory, when_a_combo_box_is_registered_leaves_it_unregistered) {
     }
     show(L"b");
     EXPECT_THAT(desktop.comboBoxes.messages, IsEmpty());
-}
-
-// Thousands of such events arrive every second while a pointer drags a window.
-class IrrelevantEvent : public WindowModuleTest {
-protected:
-    // Whether the event, delivered for a listed and an unlisted window, costs nothing.
-    void expectNoCost(DWORD event, LONG object, LONG child) {
-        SCOPED_TRACE(testing::Message() << "event " << std::hex << event << std::dec << ", object "
-                                        << object << ", child " << child);
-        desktop.journal.clear();
-        const Allocations allocations({module.image()});
-        for (const HWND window : {listed, unlisted, HWND{nullptr}}) {
-            desktop.eventHooks.deliver(event, window, object, child);
-        }
-        EXPECT_EQ(allocations.requests(), 0u);
-        EXPECT_THAT(desktop.journal.calls(), IsEmpty());
-    }
-
-    void SetUp() override {
-        listed = add(L"listed").handle;
-        module.init();
-        unlisted = add(L"unlisted").handle;
-    }
-
-    HWND listed = nullptr;
-    HWND unlisted = nullptr;
-};
-
-TEST_F(IrrelevantEvent, costs_neither_a_call_nor_memory) {
-    for (DWORD event = EVENT_OBJECT_CREATE; event <= EVENT_OBJECT_UNCLOAKED + 1; ++event) {
-        const bool appears = event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED;
-        for (const LONG object : {0, -4, -8, -9, 1}) {
-            for (const LONG child : {0, 1, -1}) {
-                const bool changes = child == 0 && (event == EVENT_OBJECT_DESTROY ||
-                                                    (appears && object == OBJID_WINDOW));
-                if (!changes) {
-                    expectNoCost(event, object, child);
-                }
-            }
-        }
-    }
-    EXPECT_THAT(titles(), ElementsAre(L"listed"));
-}
-
-TEST_F(IrrelevantEvent, is_also_the_destruction_of_what_is_not_listed) {
-    listed = add(L"unlisted as well").handle;
-    for (const LONG object : {0, -4, 1}) {
-        expectNoCost(EVENT_OBJECT_DESTROY, object, CHILDID_SELF);
-    }
-}
-
-TEST_F(IrrelevantEvent, is_also_the_appearance_of_a_part_of_another_window) {
-    desktop.windows.find(unlisted)->root = listed;
-    desktop.journal.clear();
-    const Allocations allocations({module.image()});
-    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, unlisted);
-    EXPECT_EQ(allocations.requests(), 0u);
-    EXPECT_THAT(desktop.journal.calls(), ElementsAre("GetAncestor"));
-}
-
-TEST_F(IrrelevantEvent, is_also_the_appearance_of_an_untitled_window) {
-    desktop.windows.find(unlisted)->title.clear();
-    desktop.journal.clear();
-    const Allocations allocations({module.image()});
-    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, unlisted);
-    EXPECT_EQ(allocations.requests(), 0u);
-    EXPECT_THAT(desktop.journal.calls(), ElementsAre("GetAncestor", "GetWindowTextLengthW"));
 }
 
 } // namespace

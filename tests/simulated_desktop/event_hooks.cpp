@@ -41,7 +41,7 @@ HWINEVENTHOOK WINAPI EventHooks::install(DWORD firstEvent, DWORD lastEvent, HMOD
         return nullptr;
     }
     auto& all = get().all;
-    const auto handle = reinterpret_cast<HWINEVENTHOOK>(0x40001 + all.size());
+    auto* const handle = reinterpret_cast<HWINEVENTHOOK>(0x40001 + all.size());
     all.push_back({handle, procedure, GetCurrentThreadId(), false});
     return handle;
 }

@@ -10,10 +10,10 @@ namespace {
 constexpr UINT crashExitCode = 3;
 
 LONG WINAPI endProgram(EXCEPTION_POINTERS* exception) {
-    std::fprintf(stderr, "The test program crashed: exception 0x%08lX at %p\n",
-                 exception->ExceptionRecord->ExceptionCode,
-                 exception->ExceptionRecord->ExceptionAddress);
-    std::fflush(stderr);
+    // Not buffered, so that it is out before the end.
+    static_cast<void>(std::fprintf(stderr, "The test program crashed: exception 0x%08lX at %p\n",
+                                   exception->ExceptionRecord->ExceptionCode,
+                                   exception->ExceptionRecord->ExceptionAddress));
     TerminateProcess(GetCurrentProcess(), crashExitCode);
     return EXCEPTION_CONTINUE_SEARCH;
 }

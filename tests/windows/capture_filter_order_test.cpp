@@ -68,7 +68,7 @@ const std::vector<Refusal>& refusals() {
 
 class CaptureFilterOrder : public WindowsTest, public testing::WithParamInterface<std::size_t> {
 protected:
-    const Refusal& refusal() const { return refusals()[GetParam()]; }
+    static const Refusal& refusal() { return refusals()[GetParam()]; }
 
     SimulatedWindow& window = desktop.windows.add(L"Title", L"Class");
 };

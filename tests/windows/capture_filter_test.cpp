@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include <bit>
 #include <cstdint>
 
 namespace tests {
@@ -85,7 +86,7 @@ TEST_F(CaptureFilter, refuses_a_disabled_window) {
 TEST_F(CaptureFilter, looks_at_no_other_bit_of_the_style) {
     for (unsigned bit = 0; bit < 32; ++bit) {
         SCOPED_TRACE(bit);
-        window.style = static_cast<LONG>(1u << bit);
+        window.style = std::bit_cast<LONG>(std::uint32_t{1} << bit);
         EXPECT_EQ(IsCapturableWindow(WindowInfo(window.handle)), bit != 27);
     }
 }
@@ -98,7 +99,7 @@ TEST_F(CaptureFilter, refuses_a_tool_window) {
 TEST_F(CaptureFilter, looks_at_no_other_bit_of_the_extended_style) {
     for (unsigned bit = 0; bit < 32; ++bit) {
         SCOPED_TRACE(bit);
-        window.extendedStyle = static_cast<LONG>(1u << bit);
+        window.extendedStyle = std::bit_cast<LONG>(std::uint32_t{1} << bit);
         EXPECT_EQ(IsCapturableWindow(WindowInfo(window.handle)), bit != 7);
     }
 }
