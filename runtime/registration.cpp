@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <exception>
 #include <optional>
-#include <ranges>
 #include <string>
 
 namespace vorlen {
@@ -83,9 +82,10 @@ void dropUnloaded(std::vector<Registered<Function>>& functions) {
 void runCleanups() {
     dropUnloaded(registry().cleanups);
     const std::vector<Registered<Function>> cleanups = registry().cleanups;
-    for (const auto& cleanup : std::views::reverse(cleanups)) {
+    // NOLINTNEXTLINE(modernize-loop-convert): Clang 14 does not know the library's reversed view.
+    for (auto cleanup = cleanups.rbegin(); cleanup != cleanups.rend(); ++cleanup) {
         try {
-            cleanup.value();
+            cleanup->value();
         } catch (const std::exception& error) {
             complain(std::string("the cleanup of a module failed: ") + error.what());
         } catch (...) {

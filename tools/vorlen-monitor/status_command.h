@@ -15,8 +15,8 @@ class Service;
 
 // The outcome of a check of the kit monitor's settings.
 struct MonitorStatus {
-    bool ok;
-    std::int32_t code;
+    bool ok = false;
+    std::int32_t code = 0;
     std::optional<MonitorListItem> monitor; // the one that was judged; nothing when none was
 };
 
