@@ -87,6 +87,7 @@ private:
     std::optional<std::uint64_t> windowsRevision; // of the live list when the snapshot was taken
     std::vector<ui::MonitorInfo> monitors;
     std::chrono::steady_clock::time_point lastMonitorUpdate;
+    bool updatePending = false; // an update was begun and has not been completed
     HMONITOR checkedMonitor = nullptr;
 };
 

@@ -30,6 +30,7 @@ void MonitorData::UpdateMonitorList() {
     if (!monitorList) {
         return;
     }
+    updatePending = true;
     monitorList->Update();
     monitors.clear();
     VorlenCore::Instance().ClearMonitorList();
@@ -38,6 +39,7 @@ void MonitorData::UpdateMonitorList() {
         VorlenCore::Instance().AddMonitorItem(toRuntime(monitor));
     }
     lastMonitorUpdate = std::chrono::steady_clock::now();
+    updatePending = false;
 }
 
 } // namespace vorlen

@@ -146,6 +146,22 @@ TEST_F(AbandonedUpdate, is_made_good_by_the_next_question) {
     EXPECT_THAT(namesInCore(), SizeIs(3));
 }
 
+TEST_F(AbandonedUpdate, is_made_good_by_the_next_question_however_young_the_last_update_is) {
+    desktop.journal.at("VorlenCore::AddMonitorItem", 2, [] { throw std::bad_alloc(); });
+    EXPECT_THROW(update(), std::bad_alloc);
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 3);
+    desktop.journal.clear();
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 3);
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty()) << "the completed update counts again";
+}
+
+TEST_F(AbandonedUpdate, of_an_enumeration_that_fails_is_made_good_likewise) {
+    desktop.monitors.all.pop_back();
+    desktop.journal.at("GetMonitorInfoW", 1, [] { throw std::bad_alloc(); });
+    EXPECT_THROW(update(), std::bad_alloc);
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 2);
+}
+
 TEST_F(AbandonedUpdate, leaves_the_cache_empty_when_the_core_cannot_be_cleared) {
     const auto before = lastUpdate();
     desktop.clock.advance(1s);
