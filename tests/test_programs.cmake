@@ -6,7 +6,9 @@
 function(vorlen_tests name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
     set(program ${name}_tests)
-    add_executable(${program} ${arg_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp)
+    add_executable(${program} ${arg_SOURCES}
+        ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp
+        ${PROJECT_SOURCE_DIR}/tests/support/heap_check.cpp)
     set_target_properties(${program} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/${arg_FOLDER})
     target_link_libraries(${program} PRIVATE test_support gmock_main ${arg_LIBRARIES})
@@ -17,5 +19,6 @@ function(vorlen_tests name)
     set_tests_properties(${name} PROPERTIES
         LABELS simulated
         TIMEOUT 120
-        ENVIRONMENT "WINEDEBUG=-all;WINEDLLOVERRIDES=mscoree,mshtml,winedbg.exe=")
+        FAIL_REGULAR_EXPRESSION ":heap:" # what Wine says when it checks the heap
+        ENVIRONMENT "WINEDLLOVERRIDES=mscoree,mshtml,winedbg.exe=")
 endfunction()
