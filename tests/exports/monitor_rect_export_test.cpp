@@ -32,6 +32,13 @@ TEST_F(MonitorRectExport, is_all_zeros_behind_the_last_monitor) {
     }
 }
 
+TEST_F(MonitorRectExport, does_not_remember_a_monitor_that_has_gone_from_the_end_of_the_list) {
+    desktop.monitors.all.pop_back();
+    module.exports->updateMonitorList();
+    module.runtime.setMonitorIndex(2);
+    expectRect({0, 0, 0, 0, 0});
+}
+
 TEST_F(MonitorRectExport, is_all_zeros_for_a_negative_index) {
     for (const std::int32_t index : {-1, -2, std::numeric_limits<std::int32_t>::min()}) {
         module.runtime.setMonitorIndex(index);

@@ -80,6 +80,9 @@ WINBOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber,
         return candidate.deviceName.substr(0, CCHDEVICENAME) == deviceName;
     });
     if (fails || monitor == all.end() || !monitor->mode) {
+        // Nothing says that a driver writes nothing before it gives up.
+        mode->dmPosition = {7, 7};
+        mode->dmPelsWidth = mode->dmPelsHeight = mode->dmDisplayFrequency = 7;
         return FALSE;
     }
     mode->dmPosition = {monitor->mode->x, monitor->mode->y};
