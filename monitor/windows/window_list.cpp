@@ -5,9 +5,9 @@
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <exception>
+#include <utility>
 
 namespace {
 
@@ -68,7 +68,7 @@ BOOL CALLBACK WindowList::SeedWindow(HWND hwnd, LPARAM parameter) {
 }
 
 // The desktop sends thousands of location events a second through the hooked range: what cannot
-// change the list is told from the event's numbers alone, a destroyed window by a look at the set.
+// change the list is told from the event's numbers alone, or by a look whether it is listed.
 void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG object, LONG child,
                                   DWORD, DWORD) {
     // Intended: the object of a destruction is not looked at.
@@ -85,7 +85,8 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
     try {
         if (gone) {
             list->RemoveWindow(hwnd);
-        } else if (GetAncestor(hwnd, GA_ROOT) == hwnd && GetWindowTextLengthW(hwnd) >= 1) {
+        } else if (!list->IsListed(hwnd) && GetAncestor(hwnd, GA_ROOT) == hwnd &&
+                   GetWindowTextLengthW(hwnd) >= 1) {
             list->AddIfCapturable(hwnd);
         }
     } catch (...) {
@@ -103,13 +104,15 @@ void WindowList::AddIfCapturable(HWND hwnd) {
 
 // Intended: a window that is listed already keeps the title that it had when it appeared.
 void WindowList::AddWindow(const WindowInfo& info) {
-    if (windowSet.contains(info.hwnd)) {
+    if (IsListed(info.hwnd)) {
         return;
     }
     windows.push_back(info);
     try {
-        windowSet.insert(info.hwnd);
+        places.emplace(info.hwnd, windows.size() - 1);
+        order.Append();
     } catch (...) {
+        places.erase(info.hwnd);
         windows.pop_back();
         throw;
     }
@@ -122,19 +125,47 @@ void WindowList::AddWindow(const WindowInfo& info) {
 }
 
 bool WindowList::RemoveWindow(HWND hwnd) {
-    if (windowSet.erase(hwnd) == 0) {
+    const auto found = places.find(hwnd);
+    if (found == places.end()) {
         return false;
     }
-    const auto removed = std::find_if(windows.begin(), windows.end(),
-                                      [=](const WindowInfo& info) { return info.hwnd == hwnd; });
-    const auto index = static_cast<std::size_t>(removed - windows.begin());
-    windows.erase(removed);
+    const std::size_t place = found->second;
+    const std::size_t index = order.TakenBefore(place);
+    places.erase(found);
+    Vacate(place);
     ++revision;
     // NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
         deleteFromComboBox(comboBoxes[i], index);
     }
     return true;
+}
+
+// Gaps are closed when they are as many as the windows, so that it costs as much for each removal
+// however many windows there are, or when somebody wants to see the windows.
+void WindowList::Vacate(std::size_t place) noexcept {
+    WindowInfo released = std::move(windows[place]);
+    windows[place].hwnd = nullptr;
+    order.Vacate(place);
+    if (windows.size() >= 2 * places.size()) {
+        CloseGaps();
+    }
+}
+
+void WindowList::CloseGaps() const noexcept {
+    if (windows.size() == places.size()) {
+        return;
+    }
+    std::erase_if(windows, [](const WindowInfo& info) { return info.hwnd == nullptr; });
+    for (std::size_t place = 0; place < windows.size(); ++place) {
+        places.find(windows[place].hwnd)->second = place;
+    }
+    order.CloseGaps();
+}
+
+const std::vector<WindowInfo>& WindowList::GetCurrentWindows() const noexcept {
+    CloseGaps();
+    return windows;
 }
 
 void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
@@ -144,7 +175,9 @@ void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
 
 void WindowList::ForceUpdateComboBox(HWND comboBox) {
     resetComboBox(comboBox);
-    for (const WindowInfo& info : windows) {
-        appendToComboBox(comboBox, info.title);
+    // By index and with copies: windows may come and go while the control is being told.
+    for (std::size_t i = 0; i < GetCurrentWindows().size(); ++i) {
+        const std::wstring title = windows[i].title;
+        appendToComboBox(comboBox, title);
     }
 }

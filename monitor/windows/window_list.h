@@ -1,12 +1,14 @@
 #pragma once
 
+#include "monitor/windows/appearance_order.h"
 #include "monitor/windows/event_hook.h"
 #include "monitor/windows/window_info.h"
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdint>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 // The top-level windows that may be shown on the kit's monitor, in the order in which they
@@ -29,7 +31,7 @@ public:
 
     // The windows, valid until the thread next retrieves messages. Titles are those of the moment
     // at which the window appeared.
-    const std::vector<WindowInfo>& GetCurrentWindows() const { return windows; }
+    const std::vector<WindowInfo>& GetCurrentWindows() const noexcept;
 
     // Differs from the earlier number whenever the windows have changed.
     std::uint64_t GetRevision() const { return revision; }
@@ -46,13 +48,19 @@ private:
 
     void Seed();
     void AddIfCapturable(HWND hwnd);
+    bool IsListed(HWND hwnd) const { return places.contains(hwnd); }
     void AddWindow(const WindowInfo& info);
     bool RemoveWindow(HWND hwnd);
+    void Vacate(std::size_t place) noexcept;
+    void CloseGaps() const noexcept;
     void ForceUpdateComboBox(HWND comboBox);
 
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
-    std::vector<WindowInfo> windows;
-    std::unordered_set<HWND> windowSet{8}; // the handles of windows
+    // The windows in order of appearance. Where one has gone, a record without a handle stays until
+    // the gaps are closed, which no reader can tell.
+    mutable std::vector<WindowInfo> windows;
+    mutable std::unordered_map<HWND, std::size_t> places{8}; // of the listed ones, in windows
+    mutable AppearanceOrder order;                           // of these places
     std::uint64_t revision = 0;
     EventHook hook;
 };

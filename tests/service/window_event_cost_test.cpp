@@ -60,6 +60,12 @@ TEST_F(IrrelevantEvent, is_also_the_destruction_of_what_is_not_listed) {
     }
 }
 
+TEST_F(IrrelevantEvent, is_also_the_appearance_of_what_is_listed_already) {
+    unlisted = listed;
+    expectNoCost(EVENT_OBJECT_SHOW, OBJID_WINDOW, CHILDID_SELF);
+    expectNoCost(EVENT_OBJECT_UNCLOAKED, OBJID_WINDOW, CHILDID_SELF);
+}
+
 TEST_F(IrrelevantEvent, is_also_the_appearance_of_a_part_of_another_window) {
     desktop.windows.find(unlisted)->root = listed;
     desktop.journal.clear();

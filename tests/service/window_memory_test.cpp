@@ -22,11 +22,7 @@ protected:
     // The live list's handles, which the set must hold exactly.
     std::vector<HWND> listedHandles() const {
         const WindowList& list = *liveListOf(*module.exports->getMonitorData());
-        std::vector<HWND> handles;
-        handles.reserve(list.GetCurrentWindows().size());
-        for (const WindowInfo& window : list.GetCurrentWindows()) {
-            handles.push_back(window.hwnd);
-        }
+        const std::vector<HWND> handles = listedHandlesOf(list);
         EXPECT_THAT(handleSetOf(list), testing::UnorderedElementsAreArray(handles));
         return handles;
     }

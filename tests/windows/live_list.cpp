@@ -12,18 +12,38 @@ struct WindowListOfService {
 };
 template struct PrivateMember<WindowListOfService, &vorlen::MonitorData::windowList>;
 
-struct HandleSet {
-    using type = std::unordered_set<HWND> WindowList::*;
-    friend type memberOf(HandleSet);
+struct Records {
+    using type = std::vector<WindowInfo> WindowList::*;
+    friend type memberOf(Records);
 };
-template struct PrivateMember<HandleSet, &WindowList::windowSet>;
+template struct PrivateMember<Records, &WindowList::windows>;
+
+struct Places {
+    using type = std::unordered_map<HWND, std::size_t> WindowList::*;
+    friend type memberOf(Places);
+};
+template struct PrivateMember<Places, &WindowList::places>;
 
 const WindowList* liveListOf(const vorlen::MonitorData& service) {
     return (service.*memberOf(WindowListOfService{})).get();
 }
 
-const std::unordered_set<HWND>& handleSetOf(const WindowList& list) {
-    return list.*memberOf(HandleSet{});
+std::vector<HWND> listedHandlesOf(const WindowList& list) {
+    std::vector<HWND> handles;
+    for (const WindowInfo& window : list.*memberOf(Records{})) {
+        if (window.hwnd != nullptr) { // else one that has gone
+            handles.push_back(window.hwnd);
+        }
+    }
+    return handles;
+}
+
+std::unordered_set<HWND> handleSetOf(const WindowList& list) {
+    std::unordered_set<HWND> handles;
+    for (const auto& [handle, place] : list.*memberOf(Places{})) {
+        handles.insert(handle);
+    }
+    return handles;
 }
 
 } // namespace tests

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <unordered_set>
+#include <vector>
 
 namespace tests {
 
@@ -15,7 +16,10 @@ namespace tests {
 // The service's live list, or null while it is switched off.
 const WindowList* liveListOf(const vorlen::MonitorData& service);
 
-// The set of the list, which must hold exactly the handles of its windows.
-const std::unordered_set<HWND>& handleSetOf(const WindowList& list);
+// The handles of the list's windows in order of appearance.
+std::vector<HWND> listedHandlesOf(const WindowList& list);
+
+// The handles that the list knows, which must be exactly those of its windows.
+std::unordered_set<HWND> handleSetOf(const WindowList& list);
 
 } // namespace tests

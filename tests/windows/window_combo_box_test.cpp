@@ -186,5 +186,28 @@ TEST_F(WindowComboBox, stays_in_step_while_many_windows_come_and_go) {
     EXPECT_EQ(handlesOf(list), windows);
 }
 
+TEST_F(WindowComboBox, follows_windows_that_go_from_anywhere_and_come_back_behind_the_others) {
+    const HWND box = makeRegistered();
+    std::vector<std::wstring> expected = {L"a", L"b"};
+    std::vector<HWND> windows;
+    for (int i = 0; i < 40; ++i) {
+        windows.push_back(show(std::to_wstring(i)));
+        expected.push_back(std::to_wstring(i));
+    }
+    // The list itself is not looked at until the end, which would tidy it up.
+    for (std::size_t step = 0; step < 200; ++step) {
+        const std::size_t chosen = step * 17 % windows.size();
+        deliver(destroyed, windows[chosen]);
+        std::erase(expected, std::to_wstring(chosen));
+        ASSERT_EQ(entries(box), expected) << "after step " << step;
+        if (step % 3 != 0) {
+            deliver(shown, windows[chosen]);
+            expected.push_back(std::to_wstring(chosen));
+            ASSERT_EQ(entries(box), expected) << "after step " << step;
+        }
+    }
+    EXPECT_EQ(titlesOf(list), expected);
+}
+
 } // namespace
 } // namespace tests

@@ -110,12 +110,7 @@ TEST_F(ComboBoxOfRealWindows, equals_list_and_set_after_a_thousand_windows_came_
     EXPECT_EQ(first.entries(), listedTitles());
     EXPECT_EQ(second.entries(), listedTitles());
     const WindowList& list = *liveListOf(*module.exports->getMonitorData());
-    std::vector<HWND> handles;
-    handles.reserve(list.GetCurrentWindows().size());
-    for (const WindowInfo& window : list.GetCurrentWindows()) {
-        handles.push_back(window.hwnd);
-    }
-    EXPECT_THAT(handleSetOf(list), testing::UnorderedElementsAreArray(handles));
+    EXPECT_THAT(handleSetOf(list), testing::UnorderedElementsAreArray(listedHandlesOf(list)));
 }
 
 } // namespace
