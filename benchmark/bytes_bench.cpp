@@ -1,0 +1,51 @@
+#include "benchmark/cases.h"
+#include "benchmark/plain_windows.h"
+#include "benchmark/simulated_module.h"
+#include "tests/support/allocations.h"
+#include "tests/support/loaded_image.h"
+
+#include <filesystem>
+
+namespace bench {
+
+namespace {
+
+constexpr double largestFile = 300 * 1024;
+
+double fileSize() {
+    wchar_t program[MAX_PATH]{};
+    GetModuleFileNameW(nullptr, program, MAX_PATH);
+    return static_cast<double>(std::filesystem::file_size(
+        std::filesystem::path(program).parent_path() / "../bin/libvorlen_monitor.dll"));
+}
+
+// What the library holds of the heap after init, on a desktop of so many monitors and windows.
+double heapAfterInit(std::size_t monitorCount, std::size_t windowCount) {
+    SimulatedModule simulated;
+    simulated.addMonitors(monitorCount);
+    const PlainWindows windows(simulated.module.image(), windowCount);
+    const tests::Allocations allocations({simulated.module.image()});
+    simulated.module.init();
+    const auto held = static_cast<double>(allocations.outstandingBytes());
+    simulated.module.cleanup();
+    return held;
+}
+
+} // namespace
+
+std::vector<Row> bytes(const Effort&) {
+    constexpr std::size_t monitorCount = 64;
+    constexpr std::size_t windowCount = 1'000;
+    const double base = heapAfterInit(0, 0);
+    const double size = fileSize();
+    return {
+        {"the library on disk", "", "< 307200 bytes", size, "bytes", size < largestFile},
+        {"heap after init, no monitor, no window", "", "", base, "bytes", std::nullopt},
+        {"heap for each monitor", "", "", (heapAfterInit(monitorCount, 0) - base) / monitorCount,
+         "bytes", std::nullopt},
+        {"heap for each window", "", "", (heapAfterInit(0, windowCount) - base) / windowCount,
+         "bytes", std::nullopt},
+    };
+}
+
+} // namespace bench

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tests/support/import_redirect.h"
+
+#include <windows.h>
+
+namespace bench {
+
+// Learns the procedure that the library hands to SetWinEventHook while the object lives, and lets
+// the system install it all the same.
+class HookProcedure {
+public:
+    explicit HookProcedure(HMODULE image)
+        : redirect(image, "SetWinEventHook", tests::addressOf(install)) {
+        original = reinterpret_cast<decltype(original)>(redirect.original());
+    }
+
+    // Hands an event to the library, as the system would.
+    static void deliver(DWORD event, HWND window, LONG object = OBJID_WINDOW,
+                        LONG child = CHILDID_SELF) {
+        procedure(nullptr, event, window, object, child, 0, 0);
+    }
+
+private:
+    static HWINEVENTHOOK WINAPI install(DWORD first, DWORD last, HMODULE library,
+                                        WINEVENTPROC handler, DWORD process, DWORD thread,
+                                        DWORD flags) {
+        procedure = handler;
+        return original(first, last, library, handler, process, thread, flags);
+    }
+
+    static inline WINEVENTPROC procedure = nullptr;
+    static inline decltype(&SetWinEventHook) original = nullptr;
+    tests::ImportRedirect redirect;
+};
+
+} // namespace bench

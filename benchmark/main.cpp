@@ -1,0 +1,75 @@
+// The benchmark: what the library costs, beside what a host would write itself.
+
+#include "benchmark/cases.h"
+
+#include <CLI/CLI.hpp>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <iterator>
+
+namespace {
+
+struct Case {
+    const char* name;
+    std::vector<bench::Row> (*measure)(const bench::Effort& effort);
+};
+
+constexpr Case cases[] = {
+    {"the window list of a desktop with 200 windows", bench::windowListOfTheDesktop},
+    {"window lists of 10 to 10000 windows", bench::windowListBySize},
+    {"the monitor list of this desktop", bench::monitorListOfTheDesktop},
+    {"refreshing lists of 1 to 64 monitors", bench::monitorUpdateBySize},
+    {"window events", bench::windowEvents},
+    {"windows that come and go", bench::windowChanges},
+    {"starting", bench::start},
+    {"bytes", bench::bytes},
+};
+
+std::vector<bench::Row> measureAll(const bench::Effort& effort) {
+    std::vector<bench::Row> rows;
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        std::fprintf(stderr, "[%u/%u] %s\n", static_cast<unsigned>(i + 1),
+                     static_cast<unsigned>(std::size(cases)), cases[i].name);
+        for (bench::Row& row : cases[i].measure(effort)) {
+            rows.push_back(std::move(row));
+        }
+    }
+    return rows;
+}
+
+void write(const std::string& file, const std::string& text) {
+    std::ofstream stream(file, std::ios::binary);
+    if (!(stream << text).flush()) {
+        throw std::runtime_error("cannot write " + file + ": name a file in a folder that exists");
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Measures the library beside what a host would write itself.", "bench");
+    std::string file;
+    std::string machine;
+    bool quick = false;
+    app.add_option("--json", file, "also write the results to this file, as JSON");
+    app.add_option("--machine", machine, "what to call this machine in the file");
+    app.add_flag("--quick", quick, "take fewer samples");
+    CLI11_PARSE(app, argc, argv);
+    testing::InitGoogleTest(); // the simulated desktop checks how it is called
+    try {
+        const auto rows = measureAll(quick ? bench::Effort{51, 15} : bench::Effort{});
+        bench::printTable(rows);
+        if (!file.empty()) {
+            write(file, bench::toJson(rows, machine));
+        }
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench: %s\n", error.what());
+        return EXIT_FAILURE;
+    }
+    return testing::UnitTest::GetInstance()->ad_hoc_test_result().Failed() ? EXIT_FAILURE
+                                                                           : EXIT_SUCCESS;
+}

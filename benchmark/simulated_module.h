@@ -1,0 +1,31 @@
+#pragma once
+
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/support/display_modes.h"
+#include "tests/support/module_under_test.h"
+
+#include <string>
+
+namespace bench {
+
+// The library on a simulated desktop, which it leaves before that goes.
+struct SimulatedModule {
+    ~SimulatedModule() { module.unload(); }
+
+    // With the device paths of real monitors, which WMI is asked about.
+    void addMonitors(std::size_t count) {
+        for (std::size_t i = 1; i <= count; ++i) {
+            const std::wstring number = std::to_wstring(i);
+            const std::wstring deviceName = LR"(\\.\DISPLAY)" + number;
+            desktop.monitors.add(deviceName, tests::wideMode);
+            desktop.displayPaths.add(deviceName, L"Model " + number,
+                                     LR"(\\?\DISPLAY#MODEL)" + number + L"#5&1&0&UID1#{e6f07b5f}");
+            desktop.wmi.add(LR"(DISPLAY\MODEL)" + number + LR"(\5&1&0&UID1_0)", L"SERIAL" + number);
+        }
+    }
+
+    tests::ModuleUnderTest module;
+    tests::SimulatedDesktop desktop{module.image()};
+};
+
+} // namespace bench
