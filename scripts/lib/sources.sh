@@ -10,5 +10,5 @@ own_sources() {
 # Prints the shell scripts likewise: those at the root, and what is in scripts/ except data.
 own_scripts() {
     grep --files-with-matches --null --recursive --exclude-dir=lib --exclude-dir=build \
-        --extended-regexp '^#!.*bash' run check .ci scripts
+        --extended-regexp '^#!.*bash' run check bench .ci scripts
 }
