@@ -3,8 +3,11 @@
 
 #include <windows.h>
 
+#include <cxxabi.h>
+
 #include <atomic>
 #include <cstdint>
+#include <exception>
 
 // Memory that the library sets aside for exceptions that are thrown when there is none left.
 namespace __gnu_cxx {
@@ -16,6 +19,24 @@ namespace {
 const struct ExceptionPool {
     ~ExceptionPool() { __gnu_cxx::__freeres(); }
 } exceptionPool;
+
+void WINAPI forgetExceptions(void* ofThread) {
+    HeapFree(GetProcessHeap(), 0, ofThread);
+}
+
+// The slot in which each thread finds its exceptions. The system gives back what a thread has there
+// when the thread or the slot goes.
+struct ExceptionSlot {
+    ExceptionSlot() : index(FlsAlloc(forgetExceptions)) {}
+    ~ExceptionSlot() { FlsFree(index); }
+    ExceptionSlot(const ExceptionSlot&) = delete;
+    ExceptionSlot& operator=(const ExceptionSlot&) = delete;
+
+    DWORD index;
+};
+
+// Made before, and so destroyed after, everything else of the image that may throw.
+[[gnu::init_priority(101)]] const ExceptionSlot exceptionSlot;
 
 SRWLOCK guardLock{};
 CONDITION_VARIABLE guardReleased{};
@@ -60,4 +81,31 @@ extern "C" void __cxa_guard_release(Guard* guard) {
 
 extern "C" void __cxa_guard_abort(Guard* guard) {
     release(guard, 0);
+}
+
+// The exceptions that a thread has thrown and caught, as the C++ ABI lays them out.
+struct __cxxabiv1::__cxa_eh_globals {
+    void* caught;
+    unsigned uncaughtCount;
+};
+
+// The library's own is a thread_local, for which it takes memory, a slot and handles in every image
+// that throws, and never gives them back.
+extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcept {
+    using __cxxabiv1::__cxa_eh_globals;
+    const DWORD lastError = GetLastError();
+    auto* globals = static_cast<__cxa_eh_globals*>(FlsGetValue(exceptionSlot.index));
+    if (globals == nullptr) {
+        globals = static_cast<__cxa_eh_globals*>(
+            HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(__cxa_eh_globals)));
+        if (globals == nullptr || FlsSetValue(exceptionSlot.index, globals) == FALSE) {
+            std::terminate();
+        }
+    }
+    SetLastError(lastError);
+    return globals;
+}
+
+extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals_fast() noexcept {
+    return __cxa_get_globals();
 }
