@@ -54,12 +54,12 @@ void cacheMonitorIds(const std::vector<std::wstring>& devicePaths) {
     if (pending.empty()) {
         return;
     }
-    const std::map<std::wstring, std::wstring> results = query(pending);
+    std::map<std::wstring, std::wstring> results = query(pending);
     for (const PendingMonitorId& monitor : pending) {
-        const auto found = results.find(monitor.devicePath);
-        monitorIdCache[monitor.devicePath] =
-            found != results.end() ? found->second : std::wstring();
+        results.try_emplace(monitor.devicePath); // those that WMI does not know
     }
+    // All of them or, had memory been exhausted by now, none.
+    monitorIdCache.merge(results);
 }
 
 std::wstring getCachedMonitorId(const std::wstring& devicePath) {

@@ -33,15 +33,32 @@ struct Connection {
     ComPtr<IWbemServices> services;
 };
 
+// Here and below, success without an object is a failure as well.
+bool findLocator(Connection& connection) {
+    const HRESULT result = CoCreateInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER,
+                                            IID_PPV_ARGS(&connection.locator));
+    return SUCCEEDED(result) && connection.locator != nullptr;
+}
+
+bool connectServer(Connection& connection) {
+    const HRESULT result =
+        connection.locator->ConnectServer(ComString(L"ROOT\\WMI").get(), nullptr, nullptr, nullptr,
+                                          0, nullptr, nullptr, &connection.services);
+    return SUCCEEDED(result) && connection.services != nullptr;
+}
+
 bool connect(Connection& connection) {
-    return SUCCEEDED(CoCreateInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER,
-                                      IID_PPV_ARGS(&connection.locator))) &&
-           SUCCEEDED(connection.locator->ConnectServer(ComString(L"ROOT\\WMI").get(), nullptr,
-                                                       nullptr, nullptr, 0, nullptr, nullptr,
-                                                       &connection.services)) &&
+    return findLocator(connection) && connectServer(connection) &&
            SUCCEEDED(CoSetProxyBlanket(connection.services.Get(), RPC_C_AUTHN_WINNT,
                                        RPC_C_AUTHZ_NONE, nullptr, RPC_C_AUTHN_LEVEL_CALL,
                                        RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE));
+}
+
+bool queryMonitors(Connection& connection, ComPtr<IEnumWbemClassObject>& objects) {
+    const HRESULT result = connection.services->ExecQuery(
+        ComString(L"WQL").get(), ComString(L"SELECT * FROM WmiMonitorID").get(),
+        WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &objects);
+    return SUCCEEDED(result) && objects != nullptr;
 }
 
 void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& pending,
@@ -74,10 +91,7 @@ void queryWmiMonitorIds(const std::vector<PendingMonitorId>& pending,
     }
     Connection connection;
     ComPtr<IEnumWbemClassObject> objects;
-    if (!connect(connection) ||
-        FAILED(connection.services->ExecQuery(
-            ComString(L"WQL").get(), ComString(L"SELECT * FROM WmiMonitorID").get(),
-            WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &objects))) {
+    if (!connect(connection) || !queryMonitors(connection, objects)) {
         return;
     }
     for (;;) {
