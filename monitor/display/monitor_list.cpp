@@ -4,7 +4,9 @@
 #include "monitor/platform/combo_box.h"
 #include "monitor/platform/thread_slot.h"
 
+#include <cstddef>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -51,7 +53,10 @@ void MonitorList::RegisterComboBoxForUpdates(HWND comboBox) {
 
 void MonitorList::ForceUpdateComboBox(HWND comboBox) {
     resetComboBox(comboBox);
-    for (const MonitorInfo& monitor : monitors) {
-        appendToComboBox(comboBox, monitor.deviceName);
+    // By index and with copies: the list may be updated while the control is being told.
+    // NOLINTNEXTLINE(modernize-loop-convert)
+    for (std::size_t i = 0; i < monitors.size(); ++i) {
+        const std::wstring deviceName = monitors[i].deviceName;
+        appendToComboBox(comboBox, deviceName);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <limits>
 
 namespace {
 
@@ -9,7 +10,9 @@ constexpr int classNameUnits = 256;
 
 // A title that grows between the two calls is cut, one that shrinks is followed by more zeros.
 std::wstring readTitle(HWND hwnd) {
-    const int length = std::max(GetWindowTextLengthW(hwnd), 0);
+    // A window of the host's own process answers whatever it likes.
+    const int length =
+        std::clamp(GetWindowTextLengthW(hwnd), 0, std::numeric_limits<int>::max() - 1);
     const int units = length >= 1 ? length + 1 : 0;
     std::wstring title(static_cast<std::size_t>(units), L'\0');
     GetWindowTextW(hwnd, title.data(), units);

@@ -5,6 +5,7 @@
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <exception>
 #include <utility>
@@ -175,8 +176,10 @@ void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
 
 void WindowList::ForceUpdateComboBox(HWND comboBox) {
     resetComboBox(comboBox);
-    // By index and with copies: windows may come and go while the control is being told.
-    for (std::size_t i = 0; i < GetCurrentWindows().size(); ++i) {
+    // By index and with copies: windows may come and go while the control is being told. What comes
+    // is told by whoever adds it.
+    const std::size_t count = GetCurrentWindows().size();
+    for (std::size_t i = 0; i < std::min(count, GetCurrentWindows().size()); ++i) {
         const std::wstring title = windows[i].title;
         appendToComboBox(comboBox, title);
     }

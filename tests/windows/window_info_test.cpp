@@ -1,8 +1,11 @@
 #include "monitor/windows/window_info.h"
+#include "tests/support/allocations.h"
 #include "tests/windows/windows_test.h"
 
 #include <gmock/gmock.h>
 
+#include <limits>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -62,6 +65,13 @@ TEST_F(WindowRecord, takes_a_negative_length_for_no_title) {
         desktop.journal.fail("GetWindowTextLengthW", 1, length);
         EXPECT_EQ(read().title, L"") << "length " << length;
     }
+}
+
+TEST_F(WindowRecord, asks_for_the_memory_of_the_longest_length_that_a_window_can_name) {
+    desktop.journal.fail("GetWindowTextLengthW", 1, std::numeric_limits<int>::max());
+    Allocations memory({GetModuleHandleW(nullptr)});
+    memory.failRequest(1); // which is of 4 GB
+    EXPECT_THROW(read(), std::bad_alloc);
 }
 
 TEST_F(WindowRecord, of_a_dead_window_has_no_title_and_a_class_name_of_zeros) {
