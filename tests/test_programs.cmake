@@ -1,14 +1,18 @@
-# vorlen_tests(<name> SOURCES ... [LIBRARIES ...] [NEEDS ...] [FOLDER <folder>]): a test program and
-# its CTest entry, which is called <name>. It links the libraries; the targets that it needs are
-# built before it, for it to load. FOLDER, below the tests' own, is where a program lies that
-# imports a library lying there. The order of the tests is another in every run; GoogleTest prints
-# the seed.
+# vorlen_tests(<name> SOURCES ... [LIBRARIES ...] [NEEDS ...] [FOLDER <folder>] [UNACCOUNTED]): a
+# test program and its CTest entry, which is called <name>. It links the libraries; the targets that
+# it needs are built before it, for it to load. FOLDER, below the tests' own, is where a program lies
+# that imports a library lying there. The order of the tests is another in every run; GoogleTest
+# prints the seed. Each test must end with as much memory, handles and thread slots as it began with,
+# unless the program is UNACCOUNTED: what it tests keeps something for the life of the process.
 function(vorlen_tests name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "UNACCOUNTED" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
     set(program ${name}_tests)
     add_executable(${program} ${arg_SOURCES}
         ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp
         ${PROJECT_SOURCE_DIR}/tests/support/heap_check.cpp)
+    if(NOT arg_UNACCOUNTED)
+        target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/accounting.cpp)
+    endif()
     set_target_properties(${program} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/${arg_FOLDER})
     target_link_libraries(${program} PRIVATE test_support gmock_main ${arg_LIBRARIES})

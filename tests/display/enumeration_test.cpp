@@ -1,5 +1,7 @@
 #include "monitor/display/enumeration.h"
+#include "monitor/display/monitor_list.h"
 #include "tests/display/display_test.h"
+#include "tests/support/other_thread.h"
 
 #include <gmock/gmock.h>
 
@@ -66,6 +68,12 @@ TEST_F(MonitorEnumeration, gives_each_monitor_its_own_settings_and_names) {
     EXPECT_EQ(monitors[1].friendlyName, L"Model B");
     EXPECT_EQ(monitors[0].devicePath, L"path of A");
     EXPECT_EQ(monitors[1].devicePath, L"path of B");
+}
+
+// The system scales the rectangle for a process that does not know of scaling.
+TEST_F(MonitorEnumeration, tells_physical_pixels_whatever_the_rectangle_of_the_monitor_is) {
+    desktop.monitors.add(display1, wideMode).rectangle = {0, -100, 1920, 980};
+    expectMode(EnumerateAllMonitors(false).at(0), wideMode);
 }
 
 TEST_F(MonitorEnumeration, of_a_desktop_without_monitors_is_empty) {
@@ -183,6 +191,14 @@ TEST_F(MonitorEnumeration, has_room_for_all_displays_from_the_start) {
     desktop.addMonitor(display2, L"B", wideMode);
     desktop.addMonitor(display3, L"C", wideMode).informationReadable = false;
     EXPECT_EQ(EnumerateAllMonitors(true).capacity(), 4u);
+}
+
+TEST_F(MonitorEnumeration, needs_no_list_and_no_certain_thread) {
+    desktop.addMonitor(display2, L"B", wideMode);
+    desktop.addMonitor(display1, L"A", smallMode);
+    EXPECT_THAT(onAnotherThread([] { return deviceNames(EnumerateAllMonitors(true)); }),
+                ElementsAre(display2, display1, L"All Displays"));
+    EXPECT_EQ(MonitorList::Get(), nullptr);
 }
 
 class AllDisplays : public MonitorEnumeration {};

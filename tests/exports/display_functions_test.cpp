@@ -1,5 +1,6 @@
 #include "monitor/display/monitor_info.h"
 #include "tests/support/module_test.h"
+#include "tests/support/other_thread.h"
 
 #include <gmock/gmock.h>
 
@@ -101,6 +102,12 @@ TEST_F(MonitorNameAndPath, ask_for_the_target_by_the_adapter_of_the_source) {
     EXPECT_EQ(request.id, desktop.displayPaths.all[1].targetId);
 }
 
+TEST_F(MonitorNameAndPath, may_be_asked_for_on_any_thread_with_and_without_a_service) {
+    onAnotherThread([this] { expectNameAndPath(L"Model B", L"path of B"); });
+    module.init();
+    onAnotherThread([this] { expectNameAndPath(L"Model B", L"path of B"); });
+}
+
 class MonitorBasicInfo : public SingleMonitorFunctions {
 protected:
     MonitorBasicInfo() {
@@ -167,6 +174,15 @@ TEST_F(MonitorBasicInfo, empties_the_names_when_the_target_of_its_path_has_none)
     getBasicInfo(monitor, info);
     EXPECT_EQ(info.friendlyName, L"");
     EXPECT_EQ(info.devicePath, L"");
+}
+
+TEST_F(MonitorBasicInfo, may_be_asked_for_on_any_thread_with_and_without_a_service) {
+    onAnotherThread([this] { getBasicInfo(monitor, info); });
+    expectNumbers(smallMode);
+    desktop.monitors.all[1].mode = wideMode;
+    module.init();
+    onAnotherThread([this] { getBasicInfo(monitor, info); });
+    expectNumbers(wideMode);
 }
 
 TEST_F(MonitorBasicInfo, costs_one_reading_of_the_settings_and_of_the_configuration) {

@@ -86,6 +86,30 @@ TEST_F(StatusExportTest, a_library_loaded_anew_has_made_no_check) {
     EXPECT_EQ(status(), -1);
 }
 
+TEST_F(StatusExportTest, nothing_but_the_check_is_logged) {
+    addKitMonitor(uhdAt60);
+    desktop.windows.add(L"a");
+    module.init();
+    const Exports& exports = *module.exports;
+    const vorlen::MonitorWrapper& table = module.monitorWrapper();
+    exports.updateMonitorList();
+    EXPECT_EQ(exports.getMonitorList(&item, 1), 1);
+    EXPECT_EQ(exports.getWindowList(nullptr, 0), 1);
+    exports.setVorlenMonitorModelName("model", 5);
+    exports.getMonitorModelName();
+    exports.getVorlenMonitorModelName();
+    exports.getMonitorRect();
+    table.setVorlenModelName("model");
+    table.getVorlenModelNameWide(LR"(\\.\DISPLAY1)");
+    table.useWindowList(false);
+    table.useWindowList(true);
+    module.windowEnumWrapper().updateMonitorList();
+    module.windowEnumWrapper().registerWindowComboBox(desktop.comboBoxes.add());
+    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, desktop.windows.add(L"b").handle);
+    module.cleanup();
+    EXPECT_THAT(log.lines, IsEmpty());
+}
+
 TEST_F(StatusExportTest, asking_for_the_outcome_reads_nothing_anew) {
     SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
     module.init();

@@ -67,6 +67,18 @@ TEST_F(MonitorIdCache, a_monitor_that_comes_back_is_not_asked_for_again) {
     EXPECT_THAT(desktop.wmi.calls(), IsEmpty());
 }
 
+TEST_F(MonitorIdCache, outlives_the_service) {
+    attach(devicePath(L"VLN0001", L"1"));
+    desktop.wmi.add(instanceName(L"VLN0001", L"1"), L"SN-1");
+    identify();
+    desktop.journal.clear();
+    module.cleanup();
+    module.init();
+    EXPECT_THAT(desktop.wmi.calls(), IsEmpty());
+    EXPECT_THAT(identify(), ElementsAre(L"SN-1"));
+    EXPECT_THAT(desktop.wmi.calls(), IsEmpty());
+}
+
 // Paths that are none of a display, or of one without the separator behind it.
 class PathWithoutPrefix : public IdentificationTest,
                           public testing::WithParamInterface<const wchar_t*> {};
@@ -102,6 +114,7 @@ TEST(MonitorIdLookup, gives_an_empty_text_for_a_path_that_was_never_asked_for) {
 
 // Were it kept, the second call could not ask.
 TEST(MonitorIdLookup, does_not_make_the_path_a_known_one) {
+    expectBlocksLeft(blocksPerCachedPath);
     const std::wstring path = devicePath(L"VLN0001", L"looked up first");
     getCachedMonitorId(path);
 

@@ -1,6 +1,6 @@
 #include "monitor/display/monitor_identification.h"
 #include "tests/identification/identification_test.h"
-#include "tests/identification/signal.h"
+#include "tests/support/signal.h"
 
 #include <chrono>
 #include <thread>
@@ -23,6 +23,7 @@ protected:
 };
 
 TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_the_text) {
+    expectBlocksLeft(blocksPerCachedPath);
     const std::wstring path = devicePath(L"VLN0001", L"asked by eight");
     wmi.add(instanceName(L"VLN0001", L"asked by eight"), L"SN-8");
     Signal secondQuery;
@@ -48,6 +49,7 @@ TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_th
 }
 
 TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_after_the_other) {
+    expectBlocksLeft(2 * blocksPerCachedPath);
     Signal secondQuery;
     journal.at("CoInitializeEx", 2, [&] { secondQuery.raise(); });
     journal.at("IWbemServices::ExecQuery", 1, [&] { EXPECT_FALSE(secondQuery.waitFor(lookout)); });
@@ -65,6 +67,7 @@ TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_aft
 }
 
 TEST_F(Concurrency, a_lookup_waits_for_the_query_that_runs) {
+    expectBlocksLeft(blocksPerCachedPath);
     const std::wstring path = devicePath(L"VLN0001", L"looked up meanwhile");
     wmi.add(instanceName(L"VLN0001", L"looked up meanwhile"), L"SN-1");
     Signal answered;

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "tests/support/account.h"
 #include "tests/support/module_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,10 @@ inline std::wstring devicePath(const std::wstring& hardware, const std::wstring&
 inline std::wstring instanceName(const std::wstring& hardware, const std::wstring& instance) {
     return LR"(DISPLAY\)" + hardware + LR"(\)" + instance + L"_0";
 }
+
+// What the cache in this program, which never forgets, takes for a path of these with a short text:
+// the entry and the path.
+inline constexpr std::size_t blocksPerCachedPath = 2;
 
 // A test of the identification in the shipped library, whose service has been made on a desktop
 // without monitors and without a question to WMI.

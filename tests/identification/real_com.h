@@ -1,9 +1,9 @@
 #pragma once
 
-#include "tests/identification/signal.h"
 #include "tests/simulated_desktop/wmi_provider.h"
 #include "tests/support/current.h"
 #include "tests/support/import_redirect.h"
+#include "tests/support/signal.h"
 
 #include <windows.h>
 

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <thread>
+
 namespace tests {
 namespace {
 
@@ -27,6 +29,14 @@ TEST_F(Lifecycle, of_a_service_starts_with_one_reading_of_the_desktop) {
     desktop.journal.clear();
     EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 2);
     EXPECT_THAT(desktop.displayCalls(), IsEmpty());
+}
+
+TEST_F(Lifecycle, of_a_service_starts_with_the_windows_and_then_the_monitors) {
+    module.init();
+    EXPECT_THAT(desktop.journal.calls({"EnumWindows", "SetWinEventHook", "EnumDisplayMonitors",
+                                       "VorlenCore::ClearMonitorList"}),
+                ElementsAre("EnumWindows", "SetWinEventHook", "EnumDisplayMonitors",
+                            "VorlenCore::ClearMonitorList"));
 }
 
 TEST_F(Lifecycle, is_not_touched_by_a_second_init) {
@@ -70,6 +80,31 @@ TEST_F(Lifecycle, shows_no_service_while_it_is_being_destroyed) {
     module.cleanup();
     EXPECT_EQ(seen, nullptr);
     EXPECT_EQ(listed, 0);
+}
+
+TEST_F(Lifecycle, ends_with_the_monitors_before_the_windows) {
+    module.init();
+    const HMONITOR listed = module.windowEnumWrapper().getMonitorHandle(0);
+    EXPECT_NE(listed, nullptr);
+    HMONITOR seen = listed;
+    desktop.journal.at("UnhookWinEvent", 1,
+                       [&] { seen = module.windowEnumWrapper().getMonitorHandle(0); });
+    module.cleanup();
+    EXPECT_EQ(seen, nullptr);
+}
+
+// The library is told of each of them.
+TEST_F(Lifecycle, is_not_touched_by_threads_that_come_and_go) {
+    module.init();
+    auto* const before = service();
+    desktop.journal.clear();
+    for (int i = 0; i < 10; ++i) {
+        std::thread([] {}).join();
+    }
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_EQ(service(), before);
+    EXPECT_NE(module.windowEnumWrapper().getMonitorHandle(0), nullptr);
+    EXPECT_EQ(desktop.eventHooks.installed(), 1u);
 }
 
 TEST_F(Lifecycle, can_start_again_with_what_the_desktop_shows_then) {

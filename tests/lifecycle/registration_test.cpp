@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cstddef>
+
 namespace tests {
 namespace {
 
@@ -38,6 +40,27 @@ TEST_F(Registration, leaves_no_slot_of_the_tables_empty) {
 TEST_F(Registration, has_eight_and_five_slots) {
     EXPECT_EQ(sizeof(vorlen::MonitorWrapper), 8 * sizeof(void*));
     EXPECT_EQ(sizeof(vorlen::WindowEnumWrapper), 5 * sizeof(void*));
+}
+
+// A runtime that was built apart finds the functions by their place alone.
+TEST_F(Registration, has_its_functions_in_the_slots_that_the_runtime_knows_them_by) {
+    constexpr std::size_t slot = sizeof(void*);
+    using vorlen::MonitorWrapper;
+    EXPECT_EQ(offsetof(MonitorWrapper, getWindowList), 0 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, getMonitorList), 1 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, getCurrentMonitorName), 2 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, getVorlenModelName), 3 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, getVorlenModelNameWide), 4 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, setVorlenModelName), 5 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, getVorlenCameraName), 6 * slot);
+    EXPECT_EQ(offsetof(MonitorWrapper, useWindowList), 7 * slot);
+
+    using vorlen::WindowEnumWrapper;
+    EXPECT_EQ(offsetof(WindowEnumWrapper, updateMonitorList), 0 * slot);
+    EXPECT_EQ(offsetof(WindowEnumWrapper, registerWindowComboBox), 1 * slot);
+    EXPECT_EQ(offsetof(WindowEnumWrapper, registerMonitorComboBox), 2 * slot);
+    EXPECT_EQ(offsetof(WindowEnumWrapper, getWindowHandle), 3 * slot);
+    EXPECT_EQ(offsetof(WindowEnumWrapper, getMonitorHandle), 4 * slot);
 }
 
 TEST_F(Registration, makes_no_service) {

@@ -24,15 +24,6 @@ TEST_F(Unloading, after_cleanup_destroys_nothing_twice) {
     EXPECT_THAT(desktop.windowCalls(), testing::IsEmpty());
 }
 
-TEST_F(Unloading, lets_the_library_be_loaded_and_used_again) {
-    module.unload();
-    module.load();
-    EXPECT_EQ(module.exports->getMonitorData(), nullptr);
-    EXPECT_EQ(module.windowEnumWrapper().getMonitorHandle(0), nullptr);
-    module.init();
-    EXPECT_NE(module.exports->getMonitorData(), nullptr);
-}
-
 enum class End { cleanupAndUnload, unload };
 
 // The blocks of memory that a life of the service leaves behind once both libraries are gone.
@@ -51,6 +42,20 @@ std::size_t blocksLeftAfter(End end) {
     }
     module.reset();
     return allocations.outstanding();
+}
+
+TEST(UnloadedLibraries, can_be_loaded_and_used_again) {
+    ModuleUnderTest module;
+    for (int life = 1; life <= 2; ++life) {
+        SCOPED_TRACE(life);
+        SimulatedDesktop desktop(module.image());
+        EXPECT_EQ(module.exports->getMonitorData(), nullptr);
+        EXPECT_EQ(module.windowEnumWrapper().getMonitorHandle(0), nullptr);
+        module.init();
+        EXPECT_NE(module.exports->getMonitorData(), nullptr);
+        module.unload();
+        module.load();
+    }
 }
 
 TEST(UnloadedLibraries, leave_no_memory_behind_after_cleanup) {

@@ -9,6 +9,26 @@ namespace tests {
 
 using vorlen::VorlenCore;
 
+struct Monitors {
+    using type = std::vector<vorlen::VORLEN_MONITOR_INFO> VorlenCore::*;
+    friend type memberOf(Monitors);
+};
+
+struct ModelsOfMonitor {
+    using type = std::vector<std::vector<std::string>> VorlenCore::*;
+    friend type memberOf(ModelsOfMonitor);
+};
+
+struct MonitorName {
+    using type = std::string VorlenCore::*;
+    friend type memberOf(MonitorName);
+};
+
+struct MonitorModelName {
+    using type = std::string VorlenCore::*;
+    friend type memberOf(MonitorModelName);
+};
+
 struct MonitorIndex {
     using type = std::int32_t VorlenCore::*;
     friend type memberOf(MonitorIndex);
@@ -19,6 +39,10 @@ struct KnownModels {
     friend type memberOf(KnownModels);
 };
 
+template struct PrivateMember<Monitors, &VorlenCore::monitors>;
+template struct PrivateMember<ModelsOfMonitor, &VorlenCore::modelsOfMonitor>;
+template struct PrivateMember<MonitorName, &VorlenCore::monitorName>;
+template struct PrivateMember<MonitorModelName, &VorlenCore::monitorModelName>;
 template struct PrivateMember<MonitorIndex, &VorlenCore::monitorIndex>;
 template struct PrivateMember<KnownModels, &VorlenCore::knownModels>;
 
@@ -57,10 +81,12 @@ public:
     void setMonitorIndex(std::int32_t index) override { core().*memberOf(MonitorIndex{}) = index; }
 
     void resetCore() override {
-        core().ClearMonitorList();
-        core().SetMonitorName("");
-        core().SetMonitorModelName("");
-        (core().*memberOf(KnownModels{})).clear();
+        forget(core().*memberOf(Monitors{}));
+        forget(core().*memberOf(ModelsOfMonitor{}));
+        forget(core().*memberOf(KnownModels{}));
+        forget(core().*memberOf(MonitorName{}));
+        forget(core().*memberOf(MonitorModelName{}));
+        setMonitorIndex(-1);
     }
 
     std::vector<std::string> calls;
@@ -72,6 +98,12 @@ public:
 private:
     static VorlenCore& core() { return VorlenCore::Instance(); }
 
+    // Leaves no memory reserved either.
+    template <typename Container>
+    static void forget(Container& container) {
+        Container().swap(container);
+    }
+
     static void run(void (*function)()) {
         if (function == nullptr) {
             throw std::logic_error("no module registered this function");
@@ -80,9 +112,8 @@ private:
     }
 };
 
-// Not destroyed: a module may be unloaded after the runtime's own objects are gone.
 Recorder& recorder() {
-    static Recorder& theRecorder = *new Recorder;
+    static Recorder theRecorder;
     return theRecorder;
 }
 

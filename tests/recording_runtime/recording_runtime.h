@@ -38,7 +38,7 @@ public:
     // Makes this the core's index of the current monitor, until the core's list is cleared.
     virtual void setMonitorIndex(std::int32_t index) = 0;
 
-    // Makes the core as it was at first, without any known model.
+    // Makes the core as it was at first, without any known model or memory.
     virtual void resetCore() = 0;
 
 protected:

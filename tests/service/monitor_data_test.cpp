@@ -28,12 +28,15 @@ HMODULE thisProgram() {
 class Service : public testing::Test {
 protected:
     Service() {
-        RecordingRuntime_Get()->resetCore();
         desktop.addMonitor(display1, L"Model A", wideMode);
         desktop.addMonitor(display2, L"Model B", smallMode);
     }
 
-    ~Service() override { EXPECT_EQ(MonitorList::Get(), nullptr) << "a list was left behind"; }
+    // The core is the process's.
+    ~Service() override {
+        EXPECT_EQ(MonitorList::Get(), nullptr) << "a list was left behind";
+        RecordingRuntime_Get()->resetCore();
+    }
 
     SimulatedDesktop desktop{thisProgram()};
     CoreCalls core{thisProgram(), desktop.journal};

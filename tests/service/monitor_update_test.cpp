@@ -95,6 +95,12 @@ TEST_F(MonitorUpdate, without_any_monitor_empties_the_cache_and_the_core_and_not
     EXPECT_EQ(lastUpdate() - before, 3s);
 }
 
+TEST_F(MonitorUpdate, keeps_the_room_of_the_list_that_it_replaces) {
+    desktop.monitors.all.clear();
+    update();
+    EXPECT_GE(cachedMonitors(service()).capacity(), 3u);
+}
+
 TEST_F(MonitorUpdate, hands_the_low_byte_of_each_unit_to_the_core_and_keeps_the_cache_wide) {
     const std::wstring name = L"A\u00E9\u3042\u0100Z";
     desktop.displayPaths.all[0].friendlyName = name;
@@ -160,6 +166,19 @@ TEST_F(AbandonedUpdate, of_an_enumeration_that_fails_is_made_good_likewise) {
     desktop.journal.at("GetMonitorInfoW", 1, [] { throw std::bad_alloc(); });
     EXPECT_THROW(update(), std::bad_alloc);
     EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 2);
+}
+
+TEST_F(AbandonedUpdate, of_an_enumeration_that_fails_keeps_cache_core_and_time_as_they_were) {
+    const auto before = lastUpdate();
+    desktop.monitors.all.pop_back();
+    desktop.clock.advance(1s);
+    desktop.journal.at("GetMonitorInfoW", 2, [] { throw std::bad_alloc(); });
+    EXPECT_THROW(update(), std::bad_alloc);
+    EXPECT_THAT(core.names(), IsEmpty());
+    EXPECT_THAT(cachedNames(), ElementsAre(display2, display1, display3));
+    EXPECT_THAT(namesInCore(), SizeIs(3));
+    EXPECT_NE(module.windowEnumWrapper().getMonitorHandle(2), nullptr);
+    EXPECT_EQ(lastUpdate(), before);
 }
 
 TEST_F(AbandonedUpdate, leaves_the_cache_empty_when_the_core_cannot_be_cleared) {

@@ -37,6 +37,12 @@ TEST_P(MonitorQuestion, is_answered_from_the_cache_for_half_a_second) {
     EXPECT_THAT(desktop.displayCalls(), IsEmpty());
 }
 
+TEST_P(MonitorQuestion, is_answered_from_the_cache_when_the_clock_lies_behind_the_last_reading) {
+    desktop.clock.advance(-1h);
+    ask();
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
+}
+
 TEST_P(MonitorQuestion, reads_the_monitors_anew_after_exactly_half_a_second) {
     desktop.clock.advance(500ms);
     ask();
@@ -110,6 +116,16 @@ INSTANTIATE_TEST_SUITE_P(Of, MonitorQuestion,
                                                   [](const auto& module) {
                                                       module.exports->getMonitorList(nullptr, 0);
                                                   }},
+                                         Question{"getMonitorList_without_room",
+                                                  [](const auto& module) {
+                                                      MonitorListItem item{};
+                                                      module.exports->getMonitorList(&item, 0);
+                                                  }},
+                                         Question{"getMonitorList_with_negative_room",
+                                                  [](const auto& module) {
+                                                      MonitorListItem item{};
+                                                      module.exports->getMonitorList(&item, -3);
+                                                  }},
                                          Question{"getMonitorModelName",
                                                   [](const auto& module) {
                                                       module.exports->getMonitorModelName();
@@ -142,6 +158,16 @@ TEST_F(FreshMonitorList, costs_a_fixed_number_of_platform_calls) {
     EXPECT_EQ(desktop.journal.count("QueryDisplayConfig"), 1u);
     EXPECT_EQ(desktop.journal.count("DisplayConfigGetDeviceInfo"), 8u);
     EXPECT_THAT(desktop.windowCalls(), IsEmpty());
+}
+
+TEST_F(FreshMonitorList, is_what_a_question_after_half_a_second_is_answered_from) {
+    desktop.monitors.all.erase(desktop.monitors.all.begin());
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 3);
+    desktop.clock.advance(500ms);
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 2);
+    MonitorListItem first{};
+    EXPECT_EQ(module.exports->getMonitorList(&first, 1), 1);
+    EXPECT_STREQ(first.deviceName, display1);
 }
 
 TEST_F(FreshMonitorList, is_read_at_once_when_the_host_asks_for_it) {

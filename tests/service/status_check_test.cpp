@@ -215,6 +215,22 @@ TEST_F(StatusCheckTest, writes_every_line_of_every_check_to_the_one_logger) {
     EXPECT_THAT(log.loggers, Each(log.loggers.at(0)));
 }
 
+TEST_F(StatusCheckTest, logs_whether_or_not_the_logger_says_that_it_is_ready) {
+    addKitMonitor(uhdAt60);
+    module.init();
+    EXPECT_TRUE(check());
+    auto* const logger = const_cast<vorlen::log::vllogger*>(log.loggers.at(0));
+    bool& ready = *reinterpret_cast<bool*>(logger);
+    const bool before = ready;
+    for (const bool state : {false, true}) {
+        ready = state;
+        log.lines.clear();
+        EXPECT_TRUE(check());
+        EXPECT_EQ(log.lines.size(), 4u);
+    }
+    ready = before;
+}
+
 TEST_F(StatusCheckTest, has_set_the_status_when_it_logs_the_outcome_and_not_before) {
     addKitMonitor(uhdAt60);
     module.init();

@@ -58,6 +58,15 @@ TEST_F(WindowTracking, takes_no_snapshot_of_its_own_when_it_is_switched_off) {
     EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
 }
 
+TEST_F(WindowTracking, counts_as_off_already_while_it_is_being_switched_off) {
+    titles();
+    show(L"c");
+    std::vector<std::wstring> seen;
+    desktop.journal.at("UnhookWinEvent", 1, [&] { seen = titles(); });
+    useWindowList(false);
+    EXPECT_THAT(seen, ElementsAre(L"a", L"b"));
+}
+
 TEST_F(WindowTracking, that_is_off_asks_the_system_nothing) {
     useWindowList(false);
     desktop.journal.clear();

@@ -11,6 +11,10 @@ EventHooks::EventHooks(Redirects& redirects, Journal& calls) : journal(calls) {
     redirects.replace<decltype(UnhookWinEvent)>("UnhookWinEvent", release);
 }
 
+EventHooks::~EventHooks() {
+    EXPECT_EQ(installed(), leftInstalled) << "event hooks were left installed";
+}
+
 void EventHooks::deliver(DWORD event, HWND window, LONG object, LONG child) {
     // Handling an event may install and release hooks.
     const std::size_t count = all.size();

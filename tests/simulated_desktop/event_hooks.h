@@ -19,13 +19,20 @@ struct SimulatedEventHook {
 };
 
 // The window-event hooks behind SetWinEventHook and UnhookWinEvent. Events are delivered when a
-// test says so: the platform would do it while the thread retrieves messages.
+// test says so: the platform would do it while the thread retrieves messages. At the end it is
+// checked that every hook was released.
 class EventHooks : private Current<EventHooks> {
 public:
     // What UnhookWinEvent leaves as the last-error value.
     static constexpr DWORD errorAfterRelease = 0x1234;
 
     EventHooks(Redirects& redirects, Journal& calls);
+    ~EventHooks();
+    EventHooks(const EventHooks&) = delete;
+    EventHooks& operator=(const EventHooks&) = delete;
+
+    // How many hooks the test leaves installed on purpose.
+    std::size_t leftInstalled = 0;
 
     // Hands the event to the hooks of the calling thread, in the order of their installation. Any
     // event, also one outside their range: that is checked when a hook is installed.

@@ -74,6 +74,11 @@ void Journal::failAll(const std::string& name, std::int64_t status) {
     expected[name].alwaysStatus = status;
 }
 
+void Journal::dropPlans() {
+    const std::lock_guard lock(mutex);
+    expected.clear();
+}
+
 void Journal::at(const std::string& name, std::size_t n, std::function<void()> action) {
     const std::lock_guard lock(mutex);
     expected[name].plans.push_back({n, std::nullopt, std::move(action)});

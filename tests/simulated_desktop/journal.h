@@ -40,6 +40,9 @@ public:
     // The same for every call from now on.
     void failAll(const std::string& name, std::int64_t status = 0);
 
+    // Forgets what was to happen at calls that have not been made.
+    void dropPlans();
+
     // Runs the action at the n-th call from now, before the call does its work.
     void at(const std::string& name, std::size_t n, std::function<void()> action);
 

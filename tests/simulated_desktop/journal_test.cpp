@@ -57,5 +57,16 @@ TEST(Journal, forgets_past_calls_but_no_plan_when_it_is_cleared) {
     EXPECT_TRUE(journal.enter("a").has_value());
 }
 
+TEST(Journal, forgets_every_plan_but_no_past_call_when_plans_are_dropped) {
+    Journal journal;
+    journal.fail("a");
+    journal.failAll("b");
+    journal.enter("c");
+    journal.dropPlans();
+    EXPECT_EQ(journal.enter("a"), std::nullopt);
+    EXPECT_EQ(journal.enter("b"), std::nullopt);
+    EXPECT_EQ(journal.count("c"), 1u);
+}
+
 } // namespace
 } // namespace tests

@@ -1,5 +1,7 @@
 #include "tests/support/log_recorder.h"
 
+#include "tests/support/mangled_names.h"
+
 namespace tests {
 
 std::ostream& operator<<(std::ostream& out, const LogLine& line) {
@@ -9,10 +11,7 @@ std::ostream& operator<<(std::ostream& out, const LogLine& line) {
 
 // A member function takes its object as the first argument.
 LogRecorder::LogRecorder(HMODULE image, Journal& calls)
-    : journal(calls), redirect(image,
-                               "_ZN6vorlen3log8vllogger3logENS0_10level_enumERKNSt7__cxx11"
-                               "12basic_stringIcSt11char_traitsIcESaIcEEEb",
-                               addressOf(log)) {}
+    : journal(calls), redirect(image, mangled::log, addressOf(log)) {}
 
 void LogRecorder::log(vorlen::log::vllogger* logger, vorlen::log::level_enum level,
                       const std::string& message, bool flag) {

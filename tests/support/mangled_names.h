@@ -1,6 +1,7 @@
 #pragma once
 
-// The members of VorlenCore as GCC and Clang name them in import and export tables.
+// The members of VorlenCore and of the logger as GCC and Clang name them in import and export
+// tables.
 namespace tests::mangled {
 
 #define VORLEN_CORE(name) "_ZN6vorlen10VorlenCore" name
@@ -23,6 +24,10 @@ inline constexpr const char* getVorlenModelName =
 inline constexpr const char* setVorlenModelName = VORLEN_CORE("18SetVorlenModelName" VORLEN_STRING);
 inline constexpr const char* getDefaultCameraName =
     VORLEN_CONST_CORE("31GetDefaultCameraNameByModelName" VORLEN_STRING);
+
+inline constexpr const char* log =
+    "_ZN6vorlen3log8vllogger3logENS0_10level_enumERKNSt7__cxx1112basic_stringIcSt11char_traitsIcE"
+    "SaIcEEEb";
 
 #undef VORLEN_CORE
 #undef VORLEN_CONST_CORE

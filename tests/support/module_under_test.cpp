@@ -1,5 +1,7 @@
 #include "tests/support/module_under_test.h"
 
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 
 namespace tests {
@@ -11,6 +13,14 @@ RecordingRuntime& recordingRuntimeOf(const Library& library) {
     library.resolve(getter, "RecordingRuntime_Get");
     return *getter();
 }
+
+// What the system takes once for the libraries that the module needs is taken before the first
+// test.
+class LoadingWarmUp final : public testing::Environment {
+    void SetUp() override { const ModuleUnderTest module; }
+};
+
+[[maybe_unused]] const auto* const warmUp = testing::AddGlobalTestEnvironment(new LoadingWarmUp);
 
 } // namespace
 

@@ -45,6 +45,7 @@ TEST_F(HookOwner, leaves_the_last_error_as_it_was_also_when_the_release_fails) {
     {
         const EventHook hook = install();
         desktop.journal.fail("UnhookWinEvent");
+        desktop.eventHooks.leftInstalled = 1;
         SetLastError(77);
     }
     EXPECT_EQ(GetLastError(), 77u);

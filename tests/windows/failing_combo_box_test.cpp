@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <stdexcept>
+#include <string>
 
 namespace tests {
 
@@ -163,6 +165,28 @@ TEST_F(FailingComboBox, is_logged_at_every_failure) {
     desktop.eventHooks.deliver(shown, desktop.windows.add(L"c").handle);
     desktop.eventHooks.deliver(destroyed, a.handle);
     EXPECT_EQ(log.lines.size(), 2u);
+}
+
+// What a window calls itself may be confidential.
+class FailedEvent : public FailingComboBox {
+protected:
+    // The line of an event of a new window, which fails with the exception.
+    template <typename Exception>
+    void expectLineFor(const Exception& exception, const std::string& reason) {
+        log.lines.clear();
+        const HWND window = desktop.windows.add(L"confidential").handle;
+        desktop.journal.at("GetWindowTextW", 1, [=] { throw exception; });
+        desktop.eventHooks.deliver(shown, window);
+        EXPECT_THAT(log.lines,
+                    ElementsAre(LogLine{4, "A window event could not be handled: " + reason}));
+        EXPECT_THAT(titlesOf(list), ElementsAre(L"a", L"b"));
+    }
+};
+
+TEST_F(FailedEvent, is_one_line_of_the_log_that_tells_the_reason_and_no_title) {
+    expectLineFor(std::runtime_error("planned"), "planned");
+    expectLineFor(_com_error(E_OUTOFMEMORY), "HRESULT 0x8007000e");
+    expectLineFor(42, "unknown exception");
 }
 
 } // namespace

@@ -117,6 +117,7 @@ TEST_F(WindowListHook, that_is_refused_leaves_combo_boxes_usable) {
 
 TEST_F(WindowListHook, that_cannot_be_released_does_not_keep_the_list) {
     desktop.journal.fail("UnhookWinEvent");
+    desktop.eventHooks.leftInstalled = 1;
     { const WindowList list; }
     EXPECT_EQ(WindowList::Get(), nullptr);
 }

@@ -1,0 +1,72 @@
+#include "tests/support/account.h"
+#include "tests/support/failures_of.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <new>
+
+namespace tests {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+std::vector<std::string> failuresAgainst(const Account& account) {
+    return failuresOf([&] { account.expectSettled(0ms); });
+}
+
+TEST(Account, is_settled_when_everything_was_given_back) {
+    const Account account;
+    ::operator delete(::operator new(1));
+    CloseHandle(CreateEventW(nullptr, FALSE, FALSE, nullptr));
+    TlsFree(TlsAlloc());
+    account.expectSettled(0ms);
+}
+
+TEST(Account, shows_a_block_of_memory_that_was_kept) {
+    const Account account;
+    void* const block = ::operator new(12345);
+    const auto failures = failuresAgainst(account);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("blocks of these sizes: 12345")));
+    ::operator delete(block);
+}
+
+TEST(Account, shows_a_block_of_memory_too_many_that_was_given_back) {
+    void* const block = ::operator new(1);
+    const Account account;
+    ::operator delete(block);
+    const auto failures = failuresAgainst(account);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("blocks of the C library's heap are taken")));
+}
+
+TEST(Account, takes_blocks_into_account_that_are_left_on_purpose) {
+    const Account account;
+    void* const block = ::operator new(1);
+    expectBlocksLeft(1);
+    account.expectSettled(0ms);
+    ::operator delete(block);
+    const auto failures = failuresAgainst(account);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("1 more are expected")));
+    expectBlocksLeft(0);
+}
+
+TEST(Account, shows_a_handle_that_was_kept) {
+    const Account account;
+    const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    const auto failures = failuresAgainst(account);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("a handle was not closed")));
+    CloseHandle(event);
+}
+
+TEST(Account, shows_a_thread_slot_that_was_kept) {
+    const Account account;
+    const DWORD slot = TlsAlloc();
+    const auto failures = failuresAgainst(account);
+    EXPECT_THAT(failures, ElementsAre(HasSubstr("a slot of thread-local storage")));
+    TlsFree(slot);
+}
+
+} // namespace
+} // namespace tests
