@@ -1,0 +1,45 @@
+#pragma once
+
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/soak/window_model.h"
+
+#include <windows.h>
+
+#include <cstdint>
+#include <random>
+
+namespace tests {
+
+// Lets pseudo-random things happen to the windows of a simulated desktop, the same for the same
+// seed, and tells the model of every event.
+class WindowHistory {
+public:
+    WindowHistory(SimulatedDesktop& simulatedDesktop, WindowModel& windowModel, std::uint32_t seed)
+        : desktop(simulatedDesktop), model(windowModel), generator(seed) {}
+
+    // Fills the desktop with windows of all kinds.
+    void addWindows(int count);
+
+    // One window may change, and one event is delivered.
+    void happen();
+
+private:
+    bool oneIn(unsigned chances) { return generator() % chances == 0; }
+    std::size_t below(std::size_t limit) { return generator() % limit; }
+    SimulatedWindow& anyWindow();
+
+    void furnish(SimulatedWindow& window);
+    void change(SimulatedWindow& window);
+    std::wstring anyTitle();
+    std::wstring anyClassName();
+
+    void deliver(DWORD event, HWND handle, LONG object = OBJID_WINDOW, LONG child = CHILDID_SELF);
+    void deliverNoise(HWND handle);
+    void endLife(SimulatedWindow& window);
+
+    SimulatedDesktop& desktop;
+    WindowModel& model;
+    std::mt19937 generator;
+};
+
+} // namespace tests

@@ -1,0 +1,52 @@
+#include "tests/sweeps/failing_imports.h"
+
+#include <process.h>
+
+#include <cerrno>
+
+namespace tests {
+
+FailingImports::FailingImports(HMODULE image, Journal& calls)
+    : journal(calls), beginRedirect(image, "_beginthreadex", addressOf(beginThread)),
+      waitRedirect(image, "WaitForSingleObject", addressOf(waitFor)),
+      closeRedirect(image, "CloseHandle", addressOf(close)),
+      slotRedirect(image, "TlsSetValue", addressOf(setThreadSlot)) {}
+
+std::uintptr_t __cdecl FailingImports::beginThread(void* security, unsigned stackSize,
+                                                   Procedure procedure, void* parameter,
+                                                   unsigned flags, unsigned* threadId) {
+    if (const auto error = get().journal.enter("_beginthreadex")) {
+        errno = static_cast<int>(*error);
+        return 0;
+    }
+    return _beginthreadex(security, stackSize, procedure, parameter, flags, threadId);
+}
+
+// The thread has ended all the same, so that it is not met again later.
+DWORD WINAPI FailingImports::waitFor(HANDLE object, DWORD timeout) {
+    const auto error = get().journal.enter("WaitForSingleObject");
+    const DWORD result = WaitForSingleObject(object, timeout);
+    if (error) {
+        SetLastError(static_cast<DWORD>(*error));
+        return WAIT_FAILED;
+    }
+    return result;
+}
+
+WINBOOL WINAPI FailingImports::close(HANDLE object) {
+    const bool fails = get().journal.enter("CloseHandle").has_value();
+    const WINBOOL result = CloseHandle(object);
+    return fails ? FALSE : result;
+}
+
+// The system may lack the memory for a thread's slots when the first value is stored, but has it
+// for taking that value out again.
+WINBOOL WINAPI FailingImports::setThreadSlot(DWORD index, void* value) {
+    if (value != nullptr && get().journal.enter("TlsSetValue")) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return FALSE;
+    }
+    return TlsSetValue(index, value);
+}
+
+} // namespace tests

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tests/simulated_desktop/journal.h"
+#include "tests/support/current.h"
+#include "tests/support/import_redirect.h"
+
+#include <windows.h>
+
+#include <cstdint>
+
+namespace tests {
+
+// The imports that a simulated desktop leaves to the system, made to fail as the journal plans it:
+// threads and thread slots. Each does its work first where leaving it undone would be a failure of
+// the system that it does not have.
+class FailingImports : private Current<FailingImports> {
+public:
+    FailingImports(HMODULE image, Journal& calls);
+
+private:
+    friend class Current<FailingImports>;
+    using Procedure = unsigned(__stdcall*)(void*);
+    static std::uintptr_t __cdecl beginThread(void* security, unsigned stackSize,
+                                              Procedure procedure, void* parameter, unsigned flags,
+                                              unsigned* threadId);
+    static DWORD WINAPI waitFor(HANDLE object, DWORD timeout);
+    static WINBOOL WINAPI close(HANDLE object);
+    static WINBOOL WINAPI setThreadSlot(DWORD index, void* value);
+
+    Journal& journal;
+    ImportRedirect beginRedirect;
+    ImportRedirect waitRedirect;
+    ImportRedirect closeRedirect;
+    ImportRedirect slotRedirect;
+};
+
+} // namespace tests

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "tests/simulated_desktop/journal.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tests {
+
+// One way in which a call can fail, and how an operation then ends: see outcomeOf.
+struct FailureMode {
+    std::string name;
+    std::function<void(Journal& journal, const std::string& call, std::size_t n)> plan;
+    std::string outcome;
+};
+
+// A call that can fail: its name in the journal, the import behind it (empty for a method of a COM
+// object) and the ways.
+struct FailingCall {
+    std::string call;
+    std::string import;
+    std::vector<FailureMode> modes;
+};
+
+// Every call of the library that can fail.
+std::vector<FailingCall> failingCalls();
+
+} // namespace tests

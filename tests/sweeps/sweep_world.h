@@ -1,0 +1,64 @@
+#pragma once
+
+#include "tests/recording_runtime/core_calls.h"
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/support/log_recorder.h"
+#include "tests/support/module_under_test.h"
+#include "tests/sweeps/failing_imports.h"
+
+#include <windows.h>
+
+#include <chrono>
+#include <cstddef>
+#include <vector>
+
+namespace tests {
+
+// The shipped library on a simulated desktop with two monitors, one of them the kit's, that WMI
+// knows, three windows that may be offered, and a fourth that is not there yet.
+class SweepWorld {
+public:
+    SweepWorld();
+    ~SweepWorld();
+    SweepWorld(const SweepWorld&) = delete;
+    SweepWorld& operator=(const SweepWorld&) = delete;
+
+    // Makes the desktop as it was at first, and the service with a combo box for each list.
+    void start();
+
+    // Gives the monitors device paths that nobody has asked WMI about, and lets the list grow
+    // stale.
+    void makeIdentificationsUnknown();
+    void letListGrowStale() { desktop.clock.advance(std::chrono::milliseconds(500)); }
+
+    // Ends the service; nothing of it may be left.
+    void stop();
+
+    // That what belongs together agrees, at any time: see the implementation.
+    void expectAgreement();
+
+    // That with every failure over, every answer is right; makes a service if there is none.
+    void expectRightAnswers();
+
+    ModuleUnderTest module;
+    SimulatedDesktop desktop{module.image()};
+    CoreCalls core{module.image(), desktop.journal};
+    LogRecorder log{module.image(), desktop.journal};
+    FailingImports imports{module.image(), desktop.journal};
+
+    HWND lateWindow;
+    HWND windowBox;
+    HWND monitorBox;
+
+    // Whether the window box is registered with the live list, and was told all of it.
+    bool windowBoxFollows = false;
+
+private:
+    void expectRightMonitors();
+    void expectRightWindows();
+    std::vector<HWND> listedWindows() const;
+
+    std::size_t lastInstance = 0;
+};
+
+} // namespace tests
