@@ -1,9 +1,9 @@
 #include "tests/runtime/logger_fixture.h"
 #include "tests/support/allocations.h"
+#include "tests/support/signal.h"
 
 #include <gmock/gmock.h>
 
-#include <latch>
 #include <thread>
 
 namespace tests {
@@ -57,13 +57,13 @@ TEST_F(SharedLog, leaves_nothing_behind_when_the_runtime_is_unloaded) {
 TEST_F(SharedLog, is_set_up_once_by_threads_that_log_for_the_first_time_together) {
     level.set(L"loud");
     constexpr int threadCount = 8;
-    std::latch ready(threadCount);
+    Gate ready(threadCount);
     {
         std::vector<std::jthread> threads;
         threads.reserve(threadCount);
         for (int i = 0; i < threadCount; ++i) {
             threads.emplace_back([&, image = i % 2 == 0 ? &*one : &*two] {
-                ready.arrive_and_wait();
+                ready.pass();
                 image->log(level_enum::info, "message");
             });
         }
@@ -76,7 +76,7 @@ TEST_F(SharedLog, keeps_lines_whole_and_in_one_order_when_threads_log_together) 
     constexpr int threadCount = 4;
     constexpr int lineCount = 100;
     std::vector<std::string> expected;
-    std::latch ready(threadCount);
+    Gate ready(threadCount);
     {
         std::vector<std::jthread> threads;
         for (int i = 0; i < threadCount; ++i) {
@@ -86,7 +86,7 @@ TEST_F(SharedLog, keeps_lines_whole_and_in_one_order_when_threads_log_together) 
                 expected.push_back("error " + text + std::to_string(line));
             }
             threads.emplace_back([&ready, text, image = i % 2 == 0 ? &*one : &*two] {
-                ready.arrive_and_wait();
+                ready.pass();
                 for (int line = 0; line < lineCount; ++line) {
                     image->log(level_enum::error, text + std::to_string(line));
                 }

@@ -1,6 +1,6 @@
+#include "tests/support/signal.h"
 #include "tests/windows_real/real_windows_test.h"
 
-#include <semaphore>
 #include <thread>
 
 namespace tests {
@@ -127,13 +127,13 @@ void makeMessageQueue() {
 TEST_F(ListOfRealWindows, stays_as_it_was_read_on_a_thread_that_retrieves_no_messages) {
     const HWND seeded = program.createShown(L"seeded");
     HWND shown = nullptr;
-    std::binary_semaphore started{0};
-    std::binary_semaphore shownMeanwhile{0};
+    Signal started;
+    Signal shownMeanwhile;
     std::thread service([&] {
         makeMessageQueue();
         module.init();
-        started.release();
-        shownMeanwhile.acquire();
+        started.raise();
+        shownMeanwhile.wait();
         EXPECT_FALSE(isListed(shown));
         EXPECT_TRUE(isListed(seeded));
         // From now on the thread does retrieve messages.
@@ -141,14 +141,14 @@ TEST_F(ListOfRealWindows, stays_as_it_was_read_on_a_thread_that_retrieves_no_mes
         EXPECT_TRUE(leavesTheList(seeded));
         module.cleanup();
     });
-    started.acquire();
+    started.wait();
     {
         const Witness witness;
         program.destroy(seeded);
         shown = program.createShown(L"shown meanwhile");
         EXPECT_TRUE(witness.sees(shown));
     }
-    shownMeanwhile.release();
+    shownMeanwhile.raise();
     service.join();
 }
 
