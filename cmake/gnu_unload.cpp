@@ -25,14 +25,28 @@ void WINAPI forgetExceptions(void* ofThread) {
 }
 
 // The slot in which each thread finds its exceptions. The system gives back what a thread has there
-// when the thread or the slot goes.
-struct ExceptionSlot {
-    ExceptionSlot() : index(FlsAlloc(forgetExceptions)) {}
-    ~ExceptionSlot() { FlsFree(index); }
+// when the thread or the slot goes. A process has few such slots: should there be none left, it is
+// one of another kind, in which 16 bytes stay behind for each thread that has thrown.
+class ExceptionSlot {
+public:
+    ExceptionSlot()
+        : fiberIndex(FlsAlloc(forgetExceptions)),
+          threadIndex(isOfFibers() ? TLS_OUT_OF_INDEXES : TlsAlloc()) {}
+    ~ExceptionSlot() { isOfFibers() ? FlsFree(fiberIndex) : TlsFree(threadIndex); }
     ExceptionSlot(const ExceptionSlot&) = delete;
     ExceptionSlot& operator=(const ExceptionSlot&) = delete;
 
-    DWORD index;
+    void* get() const { return isOfFibers() ? FlsGetValue(fiberIndex) : TlsGetValue(threadIndex); }
+    bool set(void* value) const {
+        return (isOfFibers() ? FlsSetValue(fiberIndex, value) : TlsSetValue(threadIndex, value)) !=
+               FALSE;
+    }
+
+private:
+    bool isOfFibers() const { return fiberIndex != FLS_OUT_OF_INDEXES; }
+
+    DWORD fiberIndex;
+    DWORD threadIndex;
 };
 
 // Made before, and so destroyed after, everything else of the image that may throw.
@@ -94,12 +108,12 @@ struct __cxxabiv1::__cxa_eh_globals {
 extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcept {
     using __cxxabiv1::__cxa_eh_globals;
     const DWORD lastError = GetLastError();
-    auto* globals = static_cast<__cxa_eh_globals*>(FlsGetValue(exceptionSlot.index));
+    auto* globals = static_cast<__cxa_eh_globals*>(exceptionSlot.get());
     if (globals == nullptr) {
         globals = static_cast<__cxa_eh_globals*>(
             HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(__cxa_eh_globals)));
-        if (globals == nullptr || FlsSetValue(exceptionSlot.index, globals) == FALSE) {
-            std::terminate();
+        if (globals == nullptr || !exceptionSlot.set(globals)) {
+            std::terminate(); // as the library itself does
         }
     }
     SetLastError(lastError);

@@ -28,16 +28,16 @@ const char* currentMonitorName() {
     return service != nullptr ? service->GetCurrentMonitorName() : "";
 }
 
-const std::vector<std::string>& vorlenModelName(const char* monitorName) {
+const std::vector<std::string>& vorlenModelName(const char* deviceName) {
     static const std::vector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(monitorName) : none;
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : none;
 }
 
-const std::vector<std::string>& vorlenModelNameWide(const wchar_t* monitorName) {
+const std::vector<std::string>& vorlenModelNameWide(const wchar_t* deviceName) {
     static const std::vector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(monitorName) : none;
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : none;
 }
 
 void setVorlenModelName(const char* modelName) {

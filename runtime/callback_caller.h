@@ -12,7 +12,7 @@ namespace vorlen::log {
 // thread.
 class CallbackCaller {
 public:
-    // Null is called never, and no callback is called while one runs on the same thread: one that
+    // Null is never called, and no callback is called while one runs on the same thread: one that
     // logs would not come to an end. What it throws is dropped, and said on standard error the
     // first time.
     void call(DebugCallback callback, level_enum level, const std::string& message);

@@ -29,6 +29,8 @@ void VorlenCore::ClearMonitorList() {
 }
 
 void VorlenCore::AddMonitorItem(VORLEN_MONITOR_INFO monitor) {
+    // Whatever fails leaves as many monitors as there are lists of their models.
+    modelsOfMonitor.resize(monitors.size() + 1);
     monitors.push_back(std::move(monitor));
     RecogniseMonitor(monitors.size() - 1);
 }
@@ -98,7 +100,6 @@ std::vector<std::string> VorlenCore::ModelsIn(const std::string& friendlyName) c
 }
 
 void VorlenCore::RecogniseMonitor(std::size_t index) {
-    modelsOfMonitor.resize(monitors.size());
     modelsOfMonitor[index] = ModelsIn(monitors[index].friendlyName);
     if (monitorIndex < 0 && !modelsOfMonitor[index].empty()) {
         monitorIndex = static_cast<std::int32_t>(index);

@@ -17,14 +17,15 @@ struct WindowInfo;
 } // namespace ui
 
 // The functions through which the runtime reaches a monitor module's service, in the order that is
-// the table's layout. All belong to the service thread. References and texts stay the module's own
-// and are valid until the next refresh of what they name; without a service they are empty.
+// the table's layout. All belong to the service thread. The lists of windows and monitors are the
+// module's own and valid until their next refresh; names and model lists are the core's. Without a
+// service they are empty. The list of windows must not be switched off while it tells a combo box.
 struct MonitorWrapper {
     const std::vector<ui::WindowInfo>& (*getWindowList)();
     const std::vector<ui::MonitorInfo>& (*getMonitorList)();
     const char* (*getCurrentMonitorName)();
-    const std::vector<std::string>& (*getVorlenModelName)(const char* monitorName);
-    const std::vector<std::string>& (*getVorlenModelNameWide)(const wchar_t* monitorName);
+    const std::vector<std::string>& (*getVorlenModelName)(const char* deviceName);
+    const std::vector<std::string>& (*getVorlenModelNameWide)(const wchar_t* deviceName);
     void (*setVorlenModelName)(const char* modelName);
     const char* (*getVorlenCameraName)(const char* modelName);
     void (*useWindowList)(bool use);

@@ -5,11 +5,16 @@
  * Vorlen_Initialize() of the runtime on one thread (the service thread), call the functions below
  * on that thread, call Vorlen_Shutdown() there, unload.
  *
- * Threads: nothing here is locked. Every function belongs to the service thread.
+ * Threads: nothing here is locked. Every function belongs to the service thread. A call that reads
+ * the monitors anew waits for WMI, on a thread of its own, when it sees a monitor for the first
+ * time: do not call it, nor Vorlen_Initialize(), from DllMain.
  * Errors: none is reported. Before Vorlen_Initialize() and after Vorlen_Shutdown() every function
  * returns the neutral value that it documents and writes nothing. What the system does not tell is
- * left out of a list, empty, or 0. Exhausted memory leaves as a C++ exception, which only a C++
- * host built with the library's toolchain can catch.
+ * left out of a list, empty, or 0. Exhausted memory, a thread that cannot be started and failures
+ * of the runtime leave as C++ exceptions, which only a C++ host built with the library's toolchain
+ * can catch.
+ * COM: a host that sets the security of its process (CoInitializeSecurity) does so before
+ * Vorlen_Initialize(). The library sets it otherwise, to the defaults, for the life of the process.
  * Units: positions and sizes are physical pixels of the current display mode in desktop
  * coordinates, whatever the DPI awareness of the process; refresh rates are whole hertz as the
  * display driver reports them (59.94 Hz reads 59; 0 and 1 mean the hardware's default).
@@ -104,9 +109,10 @@ VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
  * into the caller's array. Arguments, result and size query are those of getMonitorList.
  *
  * The list follows the desktop while the service thread retrieves messages (GetMessage, PeekMessage
- * or a modal loop): windows enter it when they are shown and leave it when they are destroyed. On a
- * thread that retrieves none it stays as it was at Vorlen_Initialize(). Titles are not kept up to
- * date, and come from other programs: do not trust them.
+ * or a modal loop): windows enter it when they are shown or uncloaked and leave it only when they
+ * are destroyed; hidden, disabled and renamed ones stay as they were. On a thread that retrieves no
+ * messages the list stays as it was at Vorlen_Initialize(). Titles come from other programs: do not
+ * trust them.
  */
 VORLEN_MONITOR_API int getWindowList(WindowListItem* items, int32_t capacity);
 

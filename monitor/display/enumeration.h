@@ -8,7 +8,8 @@
 // The attached monitors whose information can be read, in the system's order; with
 // includeAllDisplays and at least two of them, an entry "All Displays" without a handle follows.
 // Settings that cannot be read are 0, names that no display path tells are empty. Waits for WMI
-// when a monitor is seen for the first time. Any thread.
+// when a monitor is seen for the first time, and throws then what cacheMonitorIds throws. Any
+// thread.
 std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays);
 
 // Reads the display settings of the monitor into the record's five numbers (zeros when they cannot

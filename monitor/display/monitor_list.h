@@ -18,7 +18,8 @@ public:
     // The calling thread's list, or null.
     static MonitorList* Get();
 
-    // Reads the monitors anew. Registered combo boxes keep the names that they show.
+    // Reads the monitors anew; what EnumerateAllMonitors throws leaves them as they were.
+    // Registered combo boxes keep the names that they show.
     void Update();
 
     // The records of the last Update, valid until the next.

@@ -67,11 +67,14 @@ bool MonitorData::checkMonitorStatus() {
         lastStatus = MONITOR_NOT_CONNECTED;
         return false;
     }
-    describe(*kitMonitor);
-    checkedMonitor = kitMonitor->handle;
-    lastStatus = judge(*kitMonitor);
-    logOutcome(lastStatus);
-    return lastStatus == MONITOR_OK;
+    // A copy: a callback of the log may have the list read anew, or check again.
+    const ui::MonitorInfo judged = *kitMonitor;
+    describe(judged);
+    const VLStatus status = judge(judged);
+    checkedMonitor = judged.handle;
+    lastStatus = status;
+    logOutcome(status);
+    return status == MONITOR_OK;
 }
 
 const ui::MonitorInfo* MonitorData::GetCheckedMonitor() const {

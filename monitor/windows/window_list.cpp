@@ -118,9 +118,10 @@ void WindowList::AddWindow(const WindowInfo& info) {
         throw;
     }
     ++revision;
-    // By index, here and below: a control may register another one while it is being told.
-    // NOLINTNEXTLINE(modernize-loop-convert)
-    for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
+    // By index, here and below: a control may register others while it is being told, which show
+    // the change already.
+    const std::size_t told = comboBoxes.size();
+    for (std::size_t i = 0; i < told; ++i) {
         appendToComboBox(comboBoxes[i], info.title);
     }
 }
@@ -135,15 +136,15 @@ bool WindowList::RemoveWindow(HWND hwnd) {
     places.erase(found);
     Vacate(place);
     ++revision;
-    // NOLINTNEXTLINE(modernize-loop-convert)
-    for (std::size_t i = 0; i < comboBoxes.size(); ++i) {
+    const std::size_t told = comboBoxes.size();
+    for (std::size_t i = 0; i < told; ++i) {
         deleteFromComboBox(comboBoxes[i], index);
     }
     return true;
 }
 
-// Gaps are closed when they are as many as the windows, so that it costs as much for each removal
-// however many windows there are, or when somebody wants to see the windows.
+// Gaps are closed once they are as many as the windows, so that a removal costs the same on average
+// however many windows there are, and whenever somebody wants to see the windows.
 void WindowList::Vacate(std::size_t place) noexcept {
     WindowInfo released = std::move(windows[place]);
     windows[place].hwnd = nullptr;

@@ -37,8 +37,9 @@ public:
     std::uint64_t GetRevision() const { return revision; }
 
     // Fills the combo box with the titles and keeps it in step from now on. It stays the caller's,
-    // must not sort, and is told twice if registered twice. Throws _com_error when it answers with
-    // an error.
+    // must not sort, and is told twice if registered twice. While it is being told, the list must
+    // not be destroyed; a control that lets windows come or go meanwhile may end out of step.
+    // Throws _com_error when it answers with an error.
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:

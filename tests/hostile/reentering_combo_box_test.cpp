@@ -117,10 +117,20 @@ TEST_F(ReenteringComboBox, that_registers_others_has_all_of_them_told_from_then_
     show(desktop.windows.add(L"d").handle);
     show(desktop.windows.add(L"e").handle);
     for (const HWND box : boxes) {
-        EXPECT_THAT(desktop.comboBoxes.entries(box), Contains(L"e").Times(1));
-        EXPECT_THAT(desktop.comboBoxes.entries(box), Contains(L"a").Times(1));
+        EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"a", L"b", L"c", L"d", L"e"));
     }
     EXPECT_EQ(module.exports->getWindowList(nullptr, 0), 5);
+    EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(ReenteringComboBox, that_registers_another_while_a_window_goes_has_it_without_that_window) {
+    registerBox();
+    HWND other = nullptr;
+    whileToldOf(1, [&] { other = registerBox(); });
+    destroy(a);
+    EXPECT_THAT(desktop.comboBoxes.entries(other), ElementsAre(L"b", L"c"));
+    destroy(c);
+    EXPECT_THAT(desktop.comboBoxes.entries(other), ElementsAre(L"b"));
     EXPECT_THAT(log.lines, IsEmpty());
 }
 

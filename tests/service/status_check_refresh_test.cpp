@@ -57,6 +57,31 @@ TEST_F(StatusCheckRefreshTest, reads_once_for_two_checks_that_are_less_than_half
     EXPECT_EQ(enumerations(), 2u);
 }
 
+TEST_F(StatusCheckRefreshTest, judges_what_it_has_logged_though_the_log_has_the_list_read_anew) {
+    SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
+    module.init();
+    desktop.journal.at("vllogger::log", 1, [&] {
+        monitor.mode = fullHdAt60;
+        module.exports->updateMonitorList();
+    });
+    EXPECT_TRUE(check());
+    EXPECT_EQ(log.lines.at(1).text, "Monitor Resolution : 3840 x 2160");
+    EXPECT_EQ(log.lines.at(3).text, "The monitor exists.");
+    EXPECT_FALSE(check());
+}
+
+TEST_F(StatusCheckRefreshTest, returns_its_own_outcome_though_the_log_has_another_check_made) {
+    SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
+    module.init();
+    desktop.journal.at("vllogger::log", 4, [&] {
+        monitor.mode = fullHdAt60;
+        module.exports->updateMonitorList();
+        EXPECT_FALSE(check());
+    });
+    EXPECT_TRUE(check());
+    EXPECT_EQ(status(), 18) << "that of the check that judged last";
+}
+
 TEST_F(StatusCheckRefreshTest, reads_an_empty_list_anew_however_young_it_is) {
     module.init();
     desktop.journal.clear();

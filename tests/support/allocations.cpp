@@ -62,18 +62,31 @@ std::size_t Allocations::outstandingBytes() const {
                            [](std::size_t sum, const auto& block) { return sum + block.second; });
 }
 
+void Allocations::failRequestsFor(std::size_t bytes) {
+    const Locked locked(lock);
+    bytesToRefuse = bytes;
+    failed = false;
+}
+
 bool Allocations::hasFailed() const {
     const Locked locked(lock);
     return failed;
 }
 
-bool Allocations::admit() {
+std::size_t Allocations::failedBytes() const {
+    const Locked locked(lock);
+    return failedSize;
+}
+
+bool Allocations::admit(std::size_t size) {
     const Locked locked(lock);
     ++requestCount;
-    if (untilFailure == 0 || --untilFailure != 0) {
+    const bool isNext = untilFailure != 0 && --untilFailure == 0;
+    if (!isNext && size < bytesToRefuse) {
         return true;
     }
     failed = true;
+    failedSize = size;
     errno = ENOMEM;
     return false;
 }
@@ -92,15 +105,16 @@ void Allocations::given(void* block) {
 }
 
 void* Allocations::fakeMalloc(std::size_t size) {
-    return get().admit() ? get().taken(get().realMalloc(size), size) : nullptr;
+    return get().admit(size) ? get().taken(get().realMalloc(size), size) : nullptr;
 }
 
 void* Allocations::fakeCalloc(std::size_t count, std::size_t size) {
-    return get().admit() ? get().taken(get().realCalloc(count, size), count * size) : nullptr;
+    return get().admit(count * size) ? get().taken(get().realCalloc(count, size), count * size)
+                                     : nullptr;
 }
 
 void* Allocations::fakeRealloc(void* block, std::size_t size) {
-    if (!get().admit()) {
+    if (!get().admit(size)) {
         return nullptr;
     }
     // Nothing may look at the old address once it has been handed over.

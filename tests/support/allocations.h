@@ -9,6 +9,7 @@
 #include <deque>
 #include <functional>
 #include <initializer_list>
+#include <limits>
 #include <new>
 #include <unordered_map>
 #include <utility>
@@ -57,8 +58,14 @@ public:
     // Lets the n-th request from now on (1 is the next one) fail; 0 lets none fail.
     void failRequest(std::size_t n);
 
-    // Whether the request chosen by failRequest has been made.
+    // Lets every request for so many bytes or more fail from now on.
+    void failRequestsFor(std::size_t bytes);
+
+    // Whether a request that was chosen to fail has been made.
     bool hasFailed() const;
+
+    // How much the last of them asked for.
+    std::size_t failedBytes() const;
 
 private:
     friend class Current<Allocations>;
@@ -66,7 +73,7 @@ private:
     static void* fakeCalloc(std::size_t count, std::size_t size);
     static void* fakeRealloc(void* block, std::size_t size);
     static void fakeFree(void* block);
-    bool admit();
+    bool admit(std::size_t size);
     void* taken(void* block, std::size_t size);
     void given(void* block);
 
@@ -82,7 +89,9 @@ private:
     mutable SRWLOCK lock{}; // takes no memory, unlike std::mutex
     std::size_t requestCount = 0;
     std::size_t untilFailure = 0;
+    std::size_t bytesToRefuse = std::numeric_limits<std::size_t>::max();
     bool failed = false;
+    std::size_t failedSize = 0;
     std::unordered_map<void*, std::size_t, std::hash<void*>, std::equal_to<>,
                        ProcessHeapAllocator<std::pair<void* const, std::size_t>>>
         blocks; // and their sizes

@@ -70,8 +70,10 @@ TEST_F(WindowRecord, takes_a_negative_length_for_no_title) {
 TEST_F(WindowRecord, asks_for_the_memory_of_the_longest_length_that_a_window_can_name) {
     desktop.journal.fail("GetWindowTextLengthW", 1, std::numeric_limits<int>::max());
     Allocations memory({GetModuleHandleW(nullptr)});
-    memory.failRequest(1); // which is of 4 GB
+    memory.failRequestsFor(1'000'000);
     EXPECT_THROW(read(), std::bad_alloc);
+    EXPECT_EQ(memory.failedBytes(), (0x7FFF'FFFF + std::size_t{1}) * sizeof(wchar_t))
+        << "with the terminating zero and that of the string";
 }
 
 TEST_F(WindowRecord, of_a_dead_window_has_no_title_and_a_class_name_of_zeros) {
