@@ -3,7 +3,10 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <memory>
+#include <stdexcept>
+#include <vector>
 
 namespace tests {
 namespace {
@@ -56,6 +59,36 @@ TEST(UnloadedLibraries, can_be_loaded_and_used_again) {
         module.unload();
         module.load();
     }
+}
+
+// What threads have in such a slot is given back when they end, so that libraries like it; a
+// process has a limited number.
+class TakenFiberSlots {
+public:
+    TakenFiberSlots() {
+        for (DWORD slot = FlsAlloc(nullptr); slot != FLS_OUT_OF_INDEXES; slot = FlsAlloc(nullptr)) {
+            slots.push_back(slot);
+        }
+    }
+    ~TakenFiberSlots() { std::for_each(slots.begin(), slots.end(), FlsFree); }
+    TakenFiberSlots(const TakenFiberSlots&) = delete;
+    TakenFiberSlots& operator=(const TakenFiberSlots&) = delete;
+
+    std::size_t count() const { return slots.size(); }
+
+private:
+    std::vector<DWORD> slots;
+};
+
+TEST(Libraries, throw_all_the_same_in_a_process_without_fiber_slots) {
+    const TakenFiberSlots taken;
+    ASSERT_GT(taken.count(), 0u);
+    ModuleUnderTest module;
+    const SimulatedDesktop desktop(module.image());
+    module.init();
+    EXPECT_THROW(module.exports->setVorlenMonitorModelName("", -1), std::length_error);
+    EXPECT_THROW(module.exports->setVorlenMonitorModelName("", -2), std::length_error);
+    module.unload();
 }
 
 TEST(UnloadedLibraries, leave_no_memory_behind_after_cleanup) {
