@@ -17,7 +17,7 @@ struct HostWindow {
 // anew on every call, with the same filter as the library's.
 std::vector<HostWindow> listWindowsAfresh();
 
-// The tests that need the platform, made for one window.
+// The filter: whether the window can be shown, and what was read of it.
 bool isOffered(HWND window, HostWindow& read);
 
 } // namespace bench

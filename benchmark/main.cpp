@@ -10,6 +10,10 @@
 #include <exception>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 

@@ -1,7 +1,10 @@
 #include "benchmark/measurement.h"
 
+#include "tests/support/allocations.h"
+
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 
 namespace bench {
 
@@ -22,10 +25,10 @@ double sample(const Subject& subject) {
 }
 
 void calibrate(Subject& subject) {
-    const auto tooShort = [&] {
-        return sample(subject) * static_cast<double>(subject.repetitions) < shortestSample;
-    };
-    while (!subject.prepare && tooShort()) {
+    if (subject.prepare || subject.once) {
+        return;
+    }
+    while (sample(subject) * static_cast<double>(subject.repetitions) < shortestSample) {
         subject.repetitions *= 2;
     }
 }
@@ -37,6 +40,12 @@ double nanosecondsOf(const std::function<void()>& work) {
     const auto start = Clock::now();
     work();
     return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
+}
+
+std::size_t allocationsOf(HMODULE image, const std::function<void()>& work) {
+    const tests::Allocations allocations({image});
+    work();
+    return allocations.requests();
 }
 
 double median(std::vector<double> values) {

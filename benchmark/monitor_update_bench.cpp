@@ -1,4 +1,5 @@
 #include "benchmark/cases.h"
+#include "benchmark/host_monitor_list.h"
 #include "benchmark/measurement.h"
 #include "benchmark/priced_displays.h"
 #include "benchmark/simulated_module.h"
@@ -9,10 +10,12 @@ namespace {
 
 using TextOfMonitor = std::wstring(HMONITOR);
 
-// The library on a desktop of so many monitors, whose calls cost what they cost on the real one.
-struct PricedDesktop : SimulatedModule {
+// The library and a host's own list on a desktop of so many monitors, whose calls cost what they
+// cost on the real one.
+class PricedDesktop : SimulatedModule {
+public:
     PricedDesktop(std::size_t monitorCount, const std::map<std::string, double>& prices)
-        : displays(module.image(), prices) {
+        : displays(module.image(), prices), host(module.image()) {
         addMonitors(monitorCount);
         const auto resolve = [this](TextOfMonitor*& function, const char* name) {
             void* const address = reinterpret_cast<void*>(GetProcAddress(module.image(), name));
@@ -25,76 +28,127 @@ struct PricedDesktop : SimulatedModule {
 
     void update() {
         module.exports->updateMonitorList();
-        desktop.journal.clear();
+        forgetCalls();
     }
 
-    // What a host without the list would ask.
+    // The library's functions for one monitor: each reads the display configuration anew.
     void askForEach() {
         for (const tests::SimulatedMonitor& monitor : desktop.monitors.all) {
             use(getMonitorName(monitor.handle).data());
             use(getMonitorPath(monitor.handle).data());
         }
-        desktop.journal.clear();
+        forgetCalls();
     }
 
-    template <typename Work>
-    double callsOf(Work work) const {
-        const std::size_t before = PricedDisplays::calls();
-        work();
-        return static_cast<double>(PricedDisplays::calls() - before);
+    void readOnce() {
+        use(host.read().data());
+        forgetCalls();
+    }
+
+private:
+    // Else the notes of the calls grow, and moving them is timed as well.
+    void forgetCalls() {
+        desktop.journal.clear();
+        desktop.displayPaths.requests.clear();
     }
 
     PricedDisplays displays;
+    HostMonitorList host;
     TextOfMonitor* getMonitorName = nullptr;
     TextOfMonitor* getMonitorPath = nullptr;
 };
+
+// A way to read all monitors.
+struct Way {
+    double time = 0; // in nanoseconds
+    double calls = 0;
+};
+
+struct Ways {
+    std::size_t monitorCount;
+    Way update;  // of the library's list
+    Way asking;  // the library for each monitor
+    Way reading; // by the host
+};
+
+template <typename Work>
+double callsOf(Work work) {
+    const std::size_t before = PricedDisplays::calls();
+    work();
+    return static_cast<double>(PricedDisplays::calls() - before);
+}
+
+Ways measure(std::size_t monitorCount, const std::map<std::string, double>& prices,
+             std::size_t samples) {
+    PricedDesktop priced(monitorCount, prices);
+    const auto update = [&] {
+        priced.update();
+    };
+    const auto ask = [&] {
+        priced.askForEach();
+    };
+    const auto read = [&] {
+        priced.readOnce();
+    };
+    const auto times = medians(
+        {{.work = update, .once = true}, {.work = ask, .once = true}, {.work = read, .once = true}},
+        samples);
+    return {monitorCount,
+            {times[0], callsOf(update)},
+            {times[1], callsOf(ask)},
+            {times[2], callsOf(read)}};
+}
+
+std::string nameOf(const Ways& ways) {
+    return "updateMonitorList, " + std::to_string(ways.monitorCount) + " monitors";
+}
+
+Row besideAsking(const Ways& ways) {
+    const double faster = ways.asking.time / ways.update.time;
+    return {nameOf(ways),
+            "getMonitorName and getMonitorPath of each",
+            ">= " + std::to_string(ways.monitorCount) + " x faster",
+            faster,
+            "x",
+            faster >= static_cast<double>(ways.monitorCount),
+            {{"update, ns", ways.update.time},
+             {"asking, ns", ways.asking.time},
+             {"update, calls", ways.update.calls},
+             {"asking, calls", ways.asking.calls}}};
+}
+
+Row besideReading(const Ways& ways) {
+    return {nameOf(ways),
+            "one plain reading by the host",
+            "",
+            ways.reading.time / ways.update.time,
+            "x",
+            std::nullopt,
+            {{"update, ns", ways.update.time},
+             {"reading, ns", ways.reading.time},
+             {"update, calls", ways.update.calls},
+             {"reading, calls", ways.reading.calls}}};
+}
+
+// What each monitor takes on average, beside the only one of a desktop.
+Row besideOneMonitor(const Ways& ways, const Ways& one) {
+    const double each = ways.update.time / static_cast<double>(ways.monitorCount);
+    const double growth = each / one.update.time;
+    return {nameOf(ways),  "1 monitor, for each",           "linear: <= 1.2 x", growth, "x",
+            growth <= 1.2, {{"for each monitor, ns", each}}};
+}
 
 } // namespace
 
 std::vector<Row> monitorUpdateBySize(const Effort& effort) {
     const auto prices = pricesOfTheDesktop(effort.slowSamples);
-    std::vector<Row> rows;
-    double first = 0;
-    for (const std::size_t count : {1U, 2U, 8U, 64U}) {
-        PricedDesktop priced(count, prices);
-        const auto update = [&] {
-            priced.update();
-        };
-        const auto ask = [&] {
-            priced.askForEach();
-        };
-        const auto times = medians({{update,
-                                     [] {
-                                     }},
-                                    {ask,
-                                     [] {
-                                     }}},
-                                   effort.slowSamples);
-        const double faster = times[1] / times[0];
-        const auto monitors = static_cast<double>(count);
-        const std::string what = "updateMonitorList, " + std::to_string(count) + " monitors";
-        rows.push_back({what,
-                        "getMonitorName and getMonitorPath of each",
-                        ">= " + std::to_string(count) + " x faster",
-                        faster,
-                        "x",
-                        faster >= monitors,
-                        {{"update, ns", times[0]},
-                         {"asking, ns", times[1]},
-                         {"update, calls", priced.callsOf(update)},
-                         {"asking, calls", priced.callsOf(ask)}}});
-        // From one monitor on, what each more adds.
-        first = first == 0 ? times[0] : first;
-        if (count > 1) {
-            const double growth = times[0] / first / monitors;
-            rows.push_back({what,
-                            "1 monitor, for each",
-                            "linear: <= 1 x",
-                            growth,
-                            "x",
-                            growth <= 1,
-                            {{"for each monitor, ns", times[0] / monitors}}});
-        }
+    const Ways one = measure(1, prices, effort.slowSamples);
+    std::vector<Row> rows = {besideAsking(one), besideReading(one)};
+    for (const std::size_t count : {2U, 8U, 64U}) {
+        const Ways more = measure(count, prices, effort.slowSamples);
+        rows.push_back(besideAsking(more));
+        rows.push_back(besideReading(more));
+        rows.push_back(besideOneMonitor(more, one));
     }
     rows.front().measured.insert(prices.begin(), prices.end());
     return rows;

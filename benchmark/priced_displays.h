@@ -16,8 +16,9 @@ namespace bench {
 std::map<std::string, double> pricesOfTheDesktop(std::size_t samples);
 
 // Lets the calls that ask about displays take the time that they are said to cost, and counts them.
-// Or rather a tenth of it, which changes no ratio but that of the library's own time, for the
-// worse. While the object lives; it is to be put over a simulated desktop, which answers the calls.
+// Or rather at most a tenth of it, the same part of each, which changes no ratio but that of the
+// library's own time, for the worse. While the object lives; it is to be put over a simulated
+// desktop, which answers the calls.
 class PricedDisplays {
 public:
     PricedDisplays(HMODULE image, const std::map<std::string, double>& prices);

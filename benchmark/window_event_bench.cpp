@@ -11,130 +11,138 @@ namespace bench {
 
 namespace {
 
-// A host's own list, which asks the platform about the window of every event before it looks at
-// what the event is.
-class PlatformFirst {
-public:
-    PlatformFirst() : windows(listWindowsAfresh()) {}
-
-    void handle(DWORD event, HWND window, LONG object, LONG child) {
-        HostWindow read;
-        const bool offered = GetAncestor(window, GA_ROOT) == window &&
-                             GetWindowTextLengthW(window) >= 1 && isOffered(window, read);
-        const auto listed = std::find_if(windows.begin(), windows.end(),
-                                         [=](const auto& each) { return each.window == window; });
-        if (event == EVENT_OBJECT_DESTROY && child == CHILDID_SELF) {
-            if (listed != windows.end()) {
-                windows.erase(listed);
-            }
-        } else if ((event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED) &&
-                   object == OBJID_WINDOW && child == CHILDID_SELF && offered &&
-                   listed == windows.end()) {
-            windows.push_back(read);
-        }
-    }
-
-private:
-    std::vector<HostWindow> windows;
-};
-
 struct Event {
     std::string what;
     DWORD event;
     HWND window;
-    LONG object;
-    LONG child;
+    LONG object = OBJID_WINDOW;
+    LONG child = CHILDID_SELF;
 };
+
+void tellLibrary(const Event& event) {
+    HookProcedure::deliver(event.event, event.window, event.object, event.child);
+}
+
+// A host's own list, which asks the platform whether the window of an event has a title and stands
+// for itself before it looks at what the event is.
+class PlatformFirst {
+public:
+    void handle(const Event& event) {
+        const bool worthALook = GetAncestor(event.window, GA_ROOT) == event.window &&
+                                GetWindowTextLengthW(event.window) >= 1;
+        const auto listed = std::find_if(windows.begin(), windows.end(), [&](const auto& each) {
+            return each.window == event.window;
+        });
+        const bool isListed = listed != windows.end();
+        if (event.event == EVENT_OBJECT_DESTROY && event.child == CHILDID_SELF) {
+            if (isListed) {
+                windows.erase(listed);
+            }
+        } else if (worthALook && !isListed && isAppearance(event)) {
+            add(event.window);
+        }
+    }
+
+private:
+    static bool isAppearance(const Event& event) {
+        return (event.event == EVENT_OBJECT_SHOW || event.event == EVENT_OBJECT_UNCLOAKED) &&
+               event.object == OBJID_WINDOW && event.child == CHILDID_SELF;
+    }
+
+    void add(HWND window) {
+        HostWindow read;
+        if (isOffered(window, read)) {
+            windows.push_back(std::move(read));
+        }
+    }
+
+    std::vector<HostWindow> windows = listWindowsAfresh();
+};
+
+// The library and the host's own list, on a desktop with the windows of another program.
+struct Listeners {
+    Listeners() { module.init(); }
+
+    static HWND showSeveral(tests::OtherProgram& program) {
+        HWND last = nullptr;
+        for (int i = 0; i < 20; ++i) {
+            last = program.createShown(L"A document - An application " + std::to_wstring(i));
+        }
+        return last;
+    }
+
+    tests::OtherProgram program;
+    HWND listed = showSeveral(program);
+    HWND unlisted = program.create(L"Hidden");
+    tests::ModuleUnderTest module;
+    HookProcedure hook{module.image()};
+    PlatformFirst host;
+};
+
+std::vector<Event> eventsThatChangeNothing(HWND listed, HWND unlisted) {
+    return {
+        {"a location event", EVENT_OBJECT_LOCATIONCHANGE, listed},
+        {"a location event of the pointer", EVENT_OBJECT_LOCATIONCHANGE, nullptr, OBJID_CURSOR},
+        {"a destroyed child", EVENT_OBJECT_DESTROY, listed, OBJID_CLIENT, 3},
+        {"an unlisted window destroyed", EVENT_OBJECT_DESTROY, unlisted},
+        {"a listed window shown again", EVENT_OBJECT_SHOW, listed},
+    };
+}
+
+Row besidePlatformFirst(const Event& event, double library, double host) {
+    return {event.what,
+            "the platform first",
+            "",
+            host / library,
+            "x",
+            std::nullopt,
+            {{"event, ns", library}, {"platform first, ns", host}}};
+}
+
+// The two rows of an event that changes nothing.
+std::vector<Row> unchanging(const Event& event, PlatformFirst& host, std::size_t samples) {
+    const auto times = medians({{[&] {
+                                    tellLibrary(event);
+                                }},
+                                {[&] {
+                                    host.handle(event);
+                                }}},
+                               samples);
+    Row faster = besidePlatformFirst(event, times[0], times[1]);
+    faster.aim = ">= 100 x faster";
+    faster.met = faster.value >= 100;
+    const double rate = 1e3 / times[0];
+    return {faster, {event.what, "", ">= 20 million a second", rate, "million/s", rate >= 20}};
+}
+
+// The row of an event that changes the list; another one takes the change back.
+Row changing(const Event& event, const Event& back, PlatformFirst& host, std::size_t samples) {
+    const auto times = medians({{[&] { tellLibrary(event); },
+                                 [&] {
+                                     tellLibrary(back);
+                                 }},
+                                {[&] { host.handle(event); },
+                                 [&] {
+                                     host.handle(back);
+                                 }}},
+                               samples);
+    return besidePlatformFirst(event, times[0], times[1]);
+}
 
 } // namespace
 
 std::vector<Row> windowEvents(const Effort& effort) {
-    tests::OtherProgram program;
-    HWND listed = nullptr;
-    for (int i = 0; i < 20; ++i) {
-        listed = program.createShown(L"A document - An application " + std::to_wstring(i));
-    }
-    const HWND unlisted = program.create(L"Hidden");
-    const tests::ModuleUnderTest module;
-    const HookProcedure hook(module.image());
-    module.init();
-    PlatformFirst host;
-
-    const std::vector<Event> events = {
-        {"a location event", EVENT_OBJECT_LOCATIONCHANGE, listed, OBJID_WINDOW, CHILDID_SELF},
-        {"a location event of the pointer", EVENT_OBJECT_LOCATIONCHANGE, nullptr, OBJID_CURSOR,
-         CHILDID_SELF},
-        {"a destroyed child", EVENT_OBJECT_DESTROY, listed, OBJID_CLIENT, 3},
-        {"an unlisted window destroyed", EVENT_OBJECT_DESTROY, unlisted, OBJID_WINDOW,
-         CHILDID_SELF},
-        {"a listed window shown again", EVENT_OBJECT_SHOW, listed, OBJID_WINDOW, CHILDID_SELF},
-    };
+    Listeners listeners;
     std::vector<Row> rows;
-    for (const Event& event : events) {
-        const auto times = medians(
-            {{[&] {
-                 HookProcedure::deliver(event.event, event.window, event.object, event.child);
-             }},
-             {[&] {
-                 host.handle(event.event, event.window, event.object, event.child);
-             }}},
-            effort.slowSamples);
-        const double faster = times[1] / times[0];
-        const double rate = 1e3 / times[0];
-        rows.push_back({event.what,
-                        "platform tests first",
-                        ">= 100 x faster",
-                        faster,
-                        "x",
-                        faster >= 100,
-                        {{"event, ns", times[0]}, {"platform first, ns", times[1]}}});
-        rows.push_back({event.what, "", ">= 20 million a second", rate, "million/s", rate >= 20});
+    for (const Event& event : eventsThatChangeNothing(listeners.listed, listeners.unlisted)) {
+        for (Row& row : unchanging(event, listeners.host, effort.slowSamples)) {
+            rows.push_back(std::move(row));
+        }
     }
-    // Events that change the list, for which the platform has to be asked or was.
-    const auto appear = [&](const auto& deliver) {
-        deliver(EVENT_OBJECT_SHOW);
-    };
-    const auto vanish = [&](const auto& deliver) {
-        deliver(EVENT_OBJECT_DESTROY);
-    };
-    const auto toLibrary = [&](DWORD event) {
-        HookProcedure::deliver(event, listed);
-    };
-    const auto toHost = [&](DWORD event) {
-        host.handle(event, listed, OBJID_WINDOW, CHILDID_SELF);
-    };
-    const auto shown = medians({{[&] { appear(toLibrary); },
-                                 [&] {
-                                     vanish(toLibrary);
-                                 }},
-                                {[&] { appear(toHost); },
-                                 [&] {
-                                     vanish(toHost);
-                                 }}},
-                               effort.samples);
-    const auto destroyed = medians({{[&] { vanish(toLibrary); },
-                                     [&] {
-                                         appear(toLibrary);
-                                     }},
-                                    {[&] { vanish(toHost); },
-                                     [&] {
-                                         appear(toHost);
-                                     }}},
-                                   effort.samples);
-    rows.push_back({"a shown window",
-                    "platform tests first",
-                    "",
-                    shown[1] / shown[0],
-                    "x",
-                    std::nullopt,
-                    {{"event, ns", shown[0]}, {"platform first, ns", shown[1]}}});
-    rows.push_back({"a listed window destroyed",
-                    "platform tests first",
-                    "",
-                    destroyed[1] / destroyed[0],
-                    "x",
-                    std::nullopt,
-                    {{"event, ns", destroyed[0]}, {"platform first, ns", destroyed[1]}}});
+    const Event shown{"a shown window", EVENT_OBJECT_SHOW, listeners.listed};
+    const Event gone{"a listed window destroyed", EVENT_OBJECT_DESTROY, listeners.listed};
+    rows.push_back(changing(shown, gone, listeners.host, effort.samples));
+    rows.push_back(changing(gone, shown, listeners.host, effort.samples));
     return rows;
 }
 

@@ -1,41 +1,35 @@
 #include "benchmark/cases.h"
 #include "benchmark/host_window_list.h"
+#include "benchmark/list_rows.h"
 #include "benchmark/measurement.h"
 #include "benchmark/plain_windows.h"
 #include "benchmark/simulated_module.h"
-#include "tests/support/allocations.h"
 #include "tests/support/module_under_test.h"
 #include "tests/windows_real/other_program.h"
-
-#include <algorithm>
-#include <cstring>
 
 namespace bench {
 
 namespace {
 
-// The windows as the export writes them; copied, they are what no list can be faster than.
-struct Records {
-    explicit Records(const tests::Exports& exports)
-        : items(static_cast<std::size_t>(exports.getWindowList(nullptr, 0))), copies(items.size()) {
-        exports.getWindowList(items.data(), capacity());
-    }
+Row besideEnumerating(const std::string& what, double list, double fresh) {
+    const double faster = fresh / list;
+    return {
+        what,           "a fresh EnumWindows with the same filter", ">= 1000 x faster", faster, "x",
+        faster >= 1000, {{"list, ns", list}, {"fresh, ns", fresh}}};
+}
 
-    std::int32_t capacity() const { return static_cast<std::int32_t>(items.size()); }
-
-    void copy() {
-        std::memcpy(copies.data(), items.data(), items.size() * sizeof(WindowListItem));
-        use(copies.data());
-    }
-
-    std::vector<WindowListItem> items;
-    std::vector<WindowListItem> copies;
-};
-
-std::size_t allocationsOf(HMODULE image, const std::function<void()>& work) {
-    const tests::Allocations allocations({image});
-    work();
-    return allocations.requests();
+// The time that an entry of a list with so many windows takes.
+double timeOfEach(std::size_t windowCount, std::size_t samples) {
+    const SimulatedModule simulated;
+    const tests::ModuleUnderTest& module = simulated.module;
+    const PlainWindows windows(module.image(), windowCount);
+    module.init();
+    Records<WindowListItem> records(module.exports->getWindowList);
+    const auto times = medians({{[&] {
+                                   records.list();
+                               }}},
+                               samples);
+    return times[0] / static_cast<double>(windowCount);
 }
 
 } // namespace
@@ -48,59 +42,29 @@ std::vector<Row> windowListOfTheDesktop(const Effort& effort) {
     }
     const tests::ModuleUnderTest module;
     module.init();
-    Records records(*module.exports);
+    Records<WindowListItem> records(module.exports->getWindowList);
     const auto list = [&] {
-        module.exports->getWindowList(records.items.data(), records.capacity());
+        records.list();
+    };
+    const auto copy = [&] {
+        records.copy();
     };
     const auto listAfresh = [] {
         use(listWindowsAfresh().data());
     };
-    const auto times = medians({{list},
-                                {listAfresh,
-                                 [] {
-                                 }}},
-                               effort.slowSamples);
-    const auto copying = medians({{list}, {[&] {
-                                      records.copy();
-                                  }}},
-                                 effort.samples);
-    const std::string what =
-        "getWindowList, " + std::to_string(records.items.size()) + " live windows";
-    const double afresh = times[1] / times[0];
-    const double copied = copying[0] / copying[1];
-    const auto allocations = static_cast<double>(allocationsOf(module.image(), list));
-    return {{what,
-             "a fresh EnumWindows with the same filter",
-             ">= 1000 x faster",
-             afresh,
-             "x",
-             afresh >= 1000,
-             {{"list, ns", times[0]}, {"fresh, ns", times[1]}}},
-            {what,
-             "copying the same bytes",
-             "<= 10 x slower",
-             copied,
-             "x",
-             copied <= 10,
-             {{"list, ns", copying[0]}, {"copy, ns", copying[1]}}},
-            {what, "", "no allocation", allocations, "allocations", allocations == 0}};
+    const auto times = medians({{list}, {.work = listAfresh, .once = true}}, effort.slowSamples);
+    const auto copying = medians({{list}, {copy}}, effort.samples);
+    const std::string what = "getWindowList, " + std::to_string(records.count()) + " live windows";
+    return {besideEnumerating(what, times[0], times[1]),
+            besideCopying(what, copying[0], copying[1]),
+            allocationsOfList(what, module.image(), list)};
 }
 
 std::vector<Row> windowListBySize(const Effort& effort) {
     std::vector<Row> rows;
     double least = 0;
     for (const std::size_t count : {std::size_t{10}, std::size_t{1'000}, std::size_t{10'000}}) {
-        const SimulatedModule simulated;
-        const tests::ModuleUnderTest& module = simulated.module;
-        const PlainWindows windows(module.image(), count);
-        module.init();
-        Records records(*module.exports);
-        const auto each =
-            medians({{[&] {
-                        module.exports->getWindowList(records.items.data(), records.capacity());
-                    }}},
-                    effort.samples)[0] /
-            static_cast<double>(count);
+        const double each = timeOfEach(count, effort.samples);
         least = least == 0 ? each : least;
         rows.push_back({"getWindowList, " + std::to_string(count) + " windows, for each",
                         "10 windows",
