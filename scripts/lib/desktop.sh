@@ -15,7 +15,8 @@ open_desktop() {
     open_wine_prefix
 }
 
-# For the EXIT trap of the script, also where open_desktop failed. Another signal must not cut this short.
+# For the EXIT trap of the script, also where open_desktop failed. Another signal must not cut this
+# short.
 close_desktop() {
     trap '' HUP INT QUIT TERM
     close_wine_prefix

@@ -14,8 +14,8 @@ import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = PROJECT / "build"
-# Left out: the tests and the benchmark, since to check what GoogleTest makes of them takes longer than all the rest,
-# and what stands in for parts of the toolchain, whose names are reserved ones.
+# Left out: the tests and the benchmark, since to check what GoogleTest makes of them takes longer
+# than all the rest, and what stands in for parts of the toolchain, whose names are reserved ones.
 LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark", PROJECT / "cmake")
 
 

@@ -34,8 +34,8 @@ pass_on() {
 # supervise COMMAND [ARGS...]: runs it to its end and returns its exit code.
 # Bash would start it with Ctrl+C ignored and no standard input, because it runs in the background:
 # both are given back. It is also told when the script is killed and cannot tell it any more.
-# Descriptors 8 and 9 are locks of the script's (see wine.sh): a Wine server that inherited one would
-# hold it for as long as it lives.
+# Descriptors 8 and 9 are locks of the script's (see wine.sh): a Wine server that inherited one
+# would hold it for as long as it lives.
 supervise() {
     local status count
     received=""
@@ -79,8 +79,8 @@ end_rest_of_group() {
     kill -KILL -- "-$group" 2>/dev/null || true
 }
 
-# A process that has ended stays in its group until the system's first process collects it, which may
-# be much later: those (states X and Z) do not count. The name in parentheses may hold anything.
+# A process that has ended stays in its group until the system's first process collects it, which
+# may be much later: those (states X and Z) do not count. The name in parentheses may hold anything.
 group_runs() {
     { cat /proc/[0-9]*/stat 2>/dev/null || true; } | awk -v group="$1" '
         { sub(/.*\) /, "") }

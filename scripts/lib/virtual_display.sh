@@ -23,11 +23,12 @@ start_virtual_display() {
 }
 
 # DUMMY0: 3840x2160 at 60 Hz, with the modes 3840x2160_30 and 1920x1080 to switch to;
-# DUMMY1, to its right: 1920x1080 at 60 Hz. The server notices that DUMMY1 became connected only when
-# somebody asks for the outputs anew, which Wine does not do: hence the query at the end.
+# DUMMY1, to its right: 1920x1080 at 60 Hz. The server notices that DUMMY1 became connected only
+# when somebody asks for the outputs anew, which Wine does not do: hence the query at the end.
 lay_out_outputs() {
     xrandr --newmode 3840x2160_60 533.00 3840 3888 3920 4000 2160 2163 2168 2222 +hsync -vsync &&
-        xrandr --newmode 3840x2160_30 262.75 3840 3888 3920 4000 2160 2163 2168 2191 +hsync -vsync &&
+        xrandr --newmode 3840x2160_30 262.75 3840 3888 3920 4000 2160 2163 2168 2191 \
+            +hsync -vsync &&
         xrandr --addmode DUMMY0 3840x2160_60 --addmode DUMMY0 3840x2160_30 \
             --addmode DUMMY1 1920x1080 &&
         xrandr --fb 5760x2160 --output DUMMY0 --mode 3840x2160_60 --pos 0x0 \

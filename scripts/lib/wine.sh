@@ -81,8 +81,9 @@ remove_abandoned_prefixes() {
     done
 }
 
-# Ends the server of WINEPREFIX, and with it every Wine process of the prefix, if it runs at all. The
-# server has a temporary folder, whose name it writes into the prefix, and which it leaves behind.
+# Ends the server of WINEPREFIX, and with it every Wine process of the prefix, if it runs at all.
+# The server has a temporary folder, whose name it writes into the prefix, and which it leaves
+# behind.
 end_wine_server() {
     local folder=""
     wineserver -k || true

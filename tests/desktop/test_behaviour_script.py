@@ -63,5 +63,15 @@ def test_a_row_without_a_test_that_ran_is_named_by_its_line(check, row, complain
     assert complaint in checked.stderr.splitlines()[0]
 
 
+def test_a_result_that_was_cut_off_is_told_in_one_line(check, tmp_path):
+    cut = tmp_path / "results" / "x_tests.xml"
+    cut.write_text(GOOGLETEST[: len(GOOGLETEST) // 2], encoding="utf-8")
+    checked = check("| Right. | `Suite.is_right` |")
+    assert (checked.returncode, checked.stdout) == (1, "")
+    assert checked.stderr == (
+        f"behaviour: {cut} is not a whole result; this command makes it: ./check\n"
+    )
+
+
 def test_an_empty_table_proves_nothing(check):
     assert check().returncode == 1

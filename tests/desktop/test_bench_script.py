@@ -38,8 +38,10 @@ def test_it_shows_progress_prints_a_table_and_writes_what_it_measured(tmp_path):
     ("arguments", "complaint"),
     [
         (["--json"], "--json needs the name of a file"),
+        (["--json", ""], "--json needs the name of a file"),
         (["--json", "no/such/folder/file"], "cannot write no/such/folder/file"),
         (["--json", "."], "cannot write ."),
+        (["--json", "/tmp/a", "--json", "/tmp/b"], "--json can be given once only"),
         (["--slow"], "unknown argument --slow"),
         (["results.json"], "unknown argument results.json"),
     ],
