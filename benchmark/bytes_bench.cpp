@@ -2,6 +2,9 @@
 #include "benchmark/plain_windows.h"
 #include "benchmark/simulated_module.h"
 #include "tests/support/allocations.h"
+#include "tests/support/loaded_image.h"
+
+#include <malloc.h>
 
 #include <cstddef>
 #include <filesystem>
@@ -20,7 +23,32 @@ double fileSize() {
         std::filesystem::path(program).parent_path() / "../bin/libvorlen_monitor.dll"));
 }
 
-// What the library holds of the heap after init, on a desktop of so many monitors and windows.
+double mappedSize() {
+    const tests::ModuleUnderTest module;
+    return tests::LoadedImage(module.image()).optionalHeader().SizeOfImage;
+}
+
+// What is taken of the C library's heap, which the library shares with its host.
+double heapInUse() {
+    auto* const heap = reinterpret_cast<HANDLE>(_get_heap_handle());
+    double bytes = 0;
+    PROCESS_HEAP_ENTRY entry{};
+    while (HeapWalk(heap, &entry) != FALSE) {
+        bytes += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0 ? entry.cbData : 0;
+    }
+    return bytes;
+}
+
+double heapAfterLoading() {
+    tests::ModuleUnderTest module;
+    module.unload();
+    const double before = heapInUse();
+    module.load();
+    return heapInUse() - before;
+}
+
+// What the library holds of the heap beyond that after init, on a desktop of so many monitors and
+// windows.
 double heapAfterInit(std::size_t monitorCount, std::size_t windowCount) {
     SimulatedModule simulated;
     simulated.addMonitors(monitorCount);
@@ -42,7 +70,9 @@ std::vector<Row> bytes(const Effort&) {
     return {
         {"the library on disk", "", "< " + std::to_string(largestFile) + " bytes", size, "bytes",
          size < static_cast<double>(largestFile)},
-        {"heap after init, no monitor, no window", "", "", base, "bytes", std::nullopt},
+        {"the library in memory", "", "", mappedSize(), "bytes", std::nullopt},
+        {"heap after loading", "", "", heapAfterLoading(), "bytes", std::nullopt},
+        {"more heap after init, no monitor, no window", "", "", base, "bytes", std::nullopt},
         {"heap for each monitor", "", "", (heapAfterInit(monitorCount, 0) - base) / monitorCount,
          "bytes", std::nullopt},
         {"heap for each window", "", "", (heapAfterInit(0, windowCount) - base) / windowCount,

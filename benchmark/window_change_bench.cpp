@@ -62,10 +62,10 @@ Change costOfChanges(std::size_t windowCount, std::size_t comboBoxCount, std::si
 Row growth(const std::string& what, double few, double many) {
     return {what,
             "in 100",
-            "no growth: <= 2 x",
+            "next to none: <= 3 x",
             many / few,
             "x",
-            many / few <= 2,
+            many / few <= 3,
             {{"in 100, ns", few}, {"in 10000, ns", many}}};
 }
 
