@@ -34,7 +34,7 @@ void logEventFailure(const std::exception_ptr& failure) noexcept {
     try {
         logger->log(vorlen::log::level_enum::error,
                     "A window event could not be handled: " + describe(failure), false);
-    } catch (...) { // NOLINT(bugprone-empty-catch)
+    } catch (...) {
         // Memory for the line is exhausted as well: there is no way left to tell.
     }
 }

@@ -11,15 +11,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class WindowSnapshot : public WindowModuleTest {
-protected:
-    void SetUp() override {
-        add(L"a");
-        add(L"b");
-        module.init();
-        desktop.journal.clear();
-    }
-};
+class WindowSnapshot : public TwoWindowsTest {};
 
 TEST_F(WindowSnapshot, holds_the_windows_of_the_start_without_being_switched_on) {
     EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));

@@ -13,15 +13,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class WindowTracking : public WindowModuleTest {
-protected:
-    void SetUp() override {
-        add(L"a");
-        add(L"b");
-        module.init();
-        desktop.journal.clear();
-    }
-};
+class WindowTracking : public TwoWindowsTest {};
 
 TEST_F(WindowTracking, that_is_on_is_not_started_again) {
     desktop.windows.find(desktop.windows.order[0])->title = L"new";

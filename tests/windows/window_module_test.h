@@ -53,4 +53,16 @@ protected:
     }
 };
 
+// The same with the service made and two windows listed, a and b, and a journal without the calls
+// of the start.
+class TwoWindowsTest : public WindowModuleTest {
+protected:
+    void SetUp() override {
+        add(L"a");
+        add(L"b");
+        module.init();
+        desktop.journal.clear();
+    }
+};
+
 } // namespace tests
