@@ -3,14 +3,8 @@
 namespace bench {
 
 Row besideCopying(const std::string& what, double list, double copy) {
-    const double slower = list / copy;
-    return {what,
-            "copying the same bytes",
-            "<= 10 x slower",
-            slower,
-            "x",
-            slower <= 10,
-            {{"list, ns", list}, {"copy, ns", copy}}};
+    return within("", 10, " slower", what, "copying the same bytes", list / copy,
+                  {{"list, ns", list}, {"copy, ns", copy}});
 }
 
 Row allocationsOfList(const std::string& what, HMODULE image, const std::function<void()>& list) {

@@ -104,17 +104,13 @@ std::string nameOf(const Ways& ways) {
 }
 
 Row besideAsking(const Ways& ways) {
-    const double faster = ways.asking.time / ways.update.time;
-    return {nameOf(ways),
-            "getMonitorName and getMonitorPath of each",
-            ">= " + std::to_string(ways.monitorCount) + " x faster",
-            faster,
-            "x",
-            faster >= static_cast<double>(ways.monitorCount),
-            {{"update, ns", ways.update.time},
-             {"asking, ns", ways.asking.time},
-             {"update, calls", ways.update.calls},
-             {"asking, calls", ways.asking.calls}}};
+    return fasterBy(static_cast<double>(ways.monitorCount), nameOf(ways),
+                    "getMonitorName and getMonitorPath of each",
+                    ways.asking.time / ways.update.time,
+                    {{"update, ns", ways.update.time},
+                     {"asking, ns", ways.asking.time},
+                     {"update, calls", ways.update.calls},
+                     {"asking, calls", ways.asking.calls}});
 }
 
 Row besideReading(const Ways& ways) {
@@ -133,9 +129,8 @@ Row besideReading(const Ways& ways) {
 // What each monitor takes on average, beside the only one of a desktop.
 Row besideOneMonitor(const Ways& ways, const Ways& one) {
     const double each = ways.update.time / static_cast<double>(ways.monitorCount);
-    const double growth = each / one.update.time;
-    return {nameOf(ways),  "1 monitor, for each",           "linear: <= 1.2 x", growth, "x",
-            growth <= 1.2, {{"for each monitor, ns", each}}};
+    return within("linear: ", 1.2, "", nameOf(ways), "1 monitor, for each", each / one.update.time,
+                  {{"for each monitor, ns", each}});
 }
 
 } // namespace

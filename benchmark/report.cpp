@@ -17,6 +17,12 @@ std::string digits(double value) {
     return text;
 }
 
+std::string limitText(double limit) {
+    char text[32];
+    std::snprintf(text, sizeof(text), "%g", limit);
+    return text;
+}
+
 std::string result(const Row& row) {
     return digits(row.value) + ' ' + row.unit;
 }
@@ -35,6 +41,19 @@ int widest(const std::vector<Row>& rows, const char* head, Text text) {
 }
 
 } // namespace
+
+Row fasterBy(double limit, const std::string& what, const std::string& beside, double ratio,
+             const std::map<std::string, double>& measured) {
+    return {what,           beside,  ">= " + limitText(limit) + " x faster", ratio, "x",
+            ratio >= limit, measured};
+}
+
+Row within(const std::string& before, double limit, const std::string& behind,
+           const std::string& what, const std::string& beside, double ratio,
+           const std::map<std::string, double>& measured) {
+    return {what,           beside,  before + "<= " + limitText(limit) + " x" + behind, ratio, "x",
+            ratio <= limit, measured};
+}
 
 void printTable(const std::vector<Row>& rows) {
     const int what = widest(rows, "what", [](const Row& row) { return row.what; });

@@ -18,6 +18,15 @@ struct Row {
     std::map<std::string, double> measured = {};
 };
 
+// A ratio that is to be no less than the limit.
+Row fasterBy(double limit, const std::string& what, const std::string& beside, double ratio,
+             const std::map<std::string, double>& measured);
+
+// A ratio that is to be no more than the limit, which is told between the two words.
+Row within(const std::string& before, double limit, const std::string& behind,
+           const std::string& what, const std::string& beside, double ratio,
+           const std::map<std::string, double>& measured);
+
 // Writes the rows as they come, as a table for people.
 void printTable(const std::vector<Row>& rows);
 

@@ -60,13 +60,8 @@ Change costOfChanges(std::size_t windowCount, std::size_t comboBoxCount, std::si
 }
 
 Row growth(const std::string& what, double few, double many) {
-    return {what,
-            "in 100",
-            "next to none: <= 3 x",
-            many / few,
-            "x",
-            many / few <= 3,
-            {{"in 100, ns", few}, {"in 10000, ns", many}}};
+    return within("next to none: ", 3, "", what, "in 100", many / few,
+                  {{"in 100, ns", few}, {"in 10000, ns", many}});
 }
 
 } // namespace

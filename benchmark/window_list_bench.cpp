@@ -12,10 +12,8 @@ namespace bench {
 namespace {
 
 Row besideEnumerating(const std::string& what, double list, double fresh) {
-    const double faster = fresh / list;
-    return {
-        what,           "a fresh EnumWindows with the same filter", ">= 1000 x faster", faster, "x",
-        faster >= 1000, {{"list, ns", list}, {"fresh, ns", fresh}}};
+    return fasterBy(1'000, what, "a fresh EnumWindows with the same filter", fresh / list,
+                    {{"list, ns", list}, {"fresh, ns", fresh}});
 }
 
 // The time that an entry of a list with so many windows takes.
@@ -66,13 +64,9 @@ std::vector<Row> windowListBySize(const Effort& effort) {
     for (const std::size_t count : {std::size_t{10}, std::size_t{1'000}, std::size_t{10'000}}) {
         const double each = timeOfEach(count, effort.samples);
         least = least == 0 ? each : least;
-        rows.push_back({"getWindowList, " + std::to_string(count) + " windows, for each",
-                        "10 windows",
-                        "linear: <= 3 x",
-                        each / least,
-                        "x",
-                        each / least <= 3,
-                        {{"for each window, ns", each}}});
+        rows.push_back(within("linear: ", 3, "",
+                              "getWindowList, " + std::to_string(count) + " windows, for each",
+                              "10 windows", each / least, {{"for each window, ns", each}}));
     }
     return rows;
 }
