@@ -38,8 +38,10 @@ open_wine_prefix() {
 }
 
 # WINEDEBUG also silences the hint that 32-bit Wine is missing. Without winemenubuilder, Wine
-# writes no menus into the home folder of the user.
+# writes no menus into the home folder of the user. Wine finds files with names beyond ASCII, be it
+# the path of this tree, only in a locale with UTF-8, which the user's may not be.
 set_wine_environment() {
+    [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
     unset WINEARCH WINELOADER WINESERVER WINEDLLPATH
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 }

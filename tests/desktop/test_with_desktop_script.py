@@ -86,6 +86,20 @@ def test_settings_of_the_users_own_wine_do_not_matter(marked):
     assert (said.returncode, said.stdout.strip(), said.stderr) == (0, "text", "")
 
 
+@pytest.mark.parametrize("locale", ["C", "no_such.UTF-8"])
+def test_files_with_names_beyond_ascii_are_found_in_every_locale(marked, tmp_path, locale):
+    # With 7 bits of each byte, as Wine reads it in the locale C, ü is C<, which no Windows name has.
+    (tmp_path / "für.txt").write_text("text\n")
+    marked.environment["LC_ALL"] = locale
+    file = f"Z:{tmp_path}/für.txt".replace("/", "\\")
+    assert run(marked, "wine", "cmd", "/c", "type", file).stdout == "text\n"
+
+
+def test_a_locale_of_the_user_with_utf_8_is_kept(marked):
+    marked.environment.update(LANG="C.UTF-8", LC_ALL="")
+    assert run(marked, "sh", "-c", 'echo "$LANG,$LC_ALL"').stdout == "C.UTF-8,\n"
+
+
 def test_it_removes_the_prefix_and_every_process(marked):
     command = 'wine cmd /c "echo started"; sleep 1000 & echo "$WINEPREFIX"'
     started, prefix = run(marked, "sh", "-c", command).stdout.splitlines()
