@@ -108,6 +108,11 @@ def test_the_check_needs_more_than_the_run(machine):
     assert machine.install("check").stderr == f"Installing {' '.join(listed('check'))}\n"
 
 
+def test_a_release_needs_packages_of_its_own(machine):
+    assert "debootstrap" in listed("release")
+    assert machine.install("release").stderr == f"Installing {' '.join(listed('release'))}\n"
+
+
 def test_a_user_installs_through_sudo(machine):
     machine.user(1000)
     machine.command("sudo", SUDO)
@@ -149,4 +154,4 @@ def test_a_failure_of_apt_shows_what_it_said_last(machine):
 def test_an_unknown_purpose_is_refused(machine):
     refused = machine.install("else")
     assert refused.returncode == 1
-    assert refused.stderr == "install: say what to install for: scripts/install run|check\n"
+    assert refused.stderr == "install: say what to install for: scripts/install run|check|release\n"

@@ -1,0 +1,159 @@
+#!/usr/bin/env bash
+# bare_machine.sh FOLDER: the part of scripts/bare-machine that runs as the first process of
+# namespaces of its own, for mounts and for processes. The machine is made in FOLDER/system.
+#
+# Each user has a clone at a path with a space and a character beyond ASCII, and the locale C. No
+# process may be left after a command. After the packages are installed, nothing may change outside
+# of the clones and of /tmp: neither through ./check as root, nor through ./run and ./check as the
+# user.
+set -euo pipefail
+
+self=$(readlink -f "${BASH_SOURCE[0]}")
+project=${self%/scripts/*}
+source "$project/scripts/lib/common.sh"
+
+# As the first process, this script gets only signals that it handles.
+for signal in HUP INT QUIT TERM; do
+    # shellcheck disable=SC2064  # the name is wanted as it is now
+    trap "exit $((128 + $(kill -l "$signal")))" "$signal"
+done
+
+folder=$1
+system=$folder/system
+user=tester
+clone="space and ü/clone"
+
+home_of() {
+    if [[ $1 == root ]]; then echo /root; else echo "/home/$1"; fi
+}
+
+# logged COMMAND...: what it prints is shown only if it fails.
+logged() {
+    "$@" >"$folder/log" 2>&1 && return
+    tail -n 20 "$folder/log" >&2
+    fail "this failed (its last messages stand above): $*"
+}
+
+# Prints where this machine gets Debian 12 from.
+mirror() {
+    # shellcheck disable=SC2016  # apt expands them
+    apt-get indextargets --format '$(SITE)|$(RELEASE)|$(CODENAME)|$(COMPONENT)' \
+        'Created-By: Packages' |
+        awk -F '|' '($2 == "bookworm" || $3 == "bookworm") && $4 == "main" { print $1; exit }'
+}
+
+make_system() {
+    local from proxy=""
+    from=$(mirror)
+    [[ -n $from ]] || fail "apt on this machine is set to no mirror of Debian 12 (bookworm)"
+    eval "$(apt-config shell proxy Acquire::http::Proxy)"
+    [[ -z $proxy ]] || export http_proxy=$proxy
+    say "Making a bare Debian 12 in $system"
+    logged debootstrap --variant=minbase bookworm "$system" "$from"
+}
+
+# apt gets the sources and keys of this machine, and its settings for downloads. Other settings
+# may call programs that a bare machine does not have.
+set_up_network() {
+    local file
+    for file in /etc/hosts /etc/resolv.conf /etc/ssl/certs/ca-certificates.crt; do
+        [[ ! -e $file ]] || install -D --mode 644 "$file" "$system$file"
+    done
+    cp --archive /etc/apt /usr/share/keyrings "$folder/"
+    rm -rf "$folder/apt/apt.conf" "$folder/apt/apt.conf.d"
+    cp --archive "$folder/apt/." "$system/etc/apt/"
+    cp --archive "$folder/keyrings/." "$system/usr/share/keyrings/"
+    apt-config dump | grep '^Acquire::' >"$system/etc/apt/apt.conf.d/downloads"
+}
+
+# Devices of its own, so that nothing that is done there can damage those of this machine.
+make_devices() {
+    local name number
+    mount --types tmpfs --options mode=755 devices "$system/dev"
+    while read -r name number; do
+        # shellcheck disable=SC2086  # two numbers
+        mknod --mode 666 "$system/dev/$name" c $number
+    done <<'END'
+null 1 3
+zero 1 5
+full 1 7
+random 1 8
+urandom 1 9
+tty 5 0
+END
+    ln --symbolic pts/ptmx "$system/dev/ptmx"
+    ln --symbolic /proc/self/fd "$system/dev/fd"
+    ln --symbolic fd/0 "$system/dev/stdin"
+    ln --symbolic fd/1 "$system/dev/stdout"
+    ln --symbolic fd/2 "$system/dev/stderr"
+    mkdir "$system/dev/pts" "$system/dev/shm"
+    mount --types devpts --options ptmxmode=666,mode=620,gid=5 terminals "$system/dev/pts"
+    mount --types tmpfs --options mode=1777 memory "$system/dev/shm"
+    mount --types proc processes "$system/proc"
+}
+
+make_clone() {
+    local home
+    home=$(home_of "$1")
+    mkdir -p "$system$home/${clone%/*}"
+    git clone --quiet --no-hardlinks "$project" "$system$home/$clone"
+    chroot "$system" chown --recursive "$1:$1" "$home/${clone%/*}"
+}
+
+# succeeds USER COMMAND...: runs it in the user's clone, with no more than a login would give.
+succeeds() {
+    local who=$1 home status=0
+    shift
+    home=$(home_of "$who")
+    say "On the bare machine, as $who: $*"
+    # shellcheck disable=SC2016  # expanded there
+    chroot "$system" setpriv --reuid "$who" --regid "$who" --init-groups \
+        env --ignore-environment LC_ALL=C HOME="$home" USER="$who" \
+        PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
+        bash -c 'cd "$1" && shift && exec "$@"' bash "$home/$clone" "$@" \
+        <"$system/dev/null" || status=$?
+    ((status == 0)) || fail "as $who, $* ended with exit code $status on the bare machine"
+    no_process_is_left "after $* as $who"
+}
+
+# One that has ended stays until this script, as the first process, collects it: states X and Z.
+no_process_is_left() {
+    local file line left=()
+    for file in /proc/[0-9]*/stat; do
+        { read -r line <"$file"; } 2>/dev/null || continue
+        [[ ${line%% *} == 1 || ${line##*) } == [XZ]* ]] || left+=("${line%%) *})")
+    done
+    ((${#left[@]} == 0)) || fail "processes were left $1: ${left[*]}"
+}
+
+# Prints what there is outside of the clones and of /tmp. The time and size of a folder also change
+# when a file comes and goes again.
+files() {
+    cd "$system"
+    find . ./dev ./dev/shm -xdev \( -path ./tmp -o -path './*/space and ü' \) -prune -o \
+        \( -type f -printf '%p: %M %U:%G %s %t\n' -o -type l -printf '%p: %l\n' \
+        -o -type c -exec stat --format '%n: %F %t:%T %A %u:%g' '{}' + \
+        -o -printf '%p: %M %U:%G\n' \) | sort
+}
+
+nothing_has_changed() {
+    (files) >"$folder/after"
+    diff --unified=0 "$folder/before" "$folder/after" >&2 ||
+        fail "files outside of the clone have changed $1 (see above)"
+}
+
+make_system
+set_up_network
+make_devices
+chroot "$system" useradd --create-home --user-group --shell /bin/bash "$user"
+make_clone root
+make_clone "$user"
+
+succeeds root ./run
+succeeds root scripts/install check # as ./check does first
+(files) >"$folder/before"
+succeeds root ./check
+nothing_has_changed "after ./check as root"
+succeeds "$user" ./run
+succeeds "$user" ./check
+nothing_has_changed "after ./run and ./check as $user"
