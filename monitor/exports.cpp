@@ -3,6 +3,8 @@
 #include "monitor/service/monitor_data.h"
 #include "vorlen/monitor.h"
 
+#include <stdexcept>
+
 using vorlen::MonitorData;
 using vorlen::monitor_internal::GetMonitorData;
 
@@ -33,9 +35,11 @@ const char* getVorlenMonitorModelName() {
 
 void setVorlenMonitorModelName(const char* name, int32_t length) {
     if (MonitorData* const service = GetMonitorData()) {
-        // A negative length becomes one that no string can have.
-        const auto count = static_cast<std::size_t>(std::int64_t{length});
-        service->SetMonitorModelName(std::string(name, count));
+        // A string would refuse a null name with another exception.
+        if (length < 0) {
+            throw std::length_error("the length of a model name is negative");
+        }
+        service->SetMonitorModelName(std::string(name, static_cast<std::size_t>(length)));
     }
 }
 

@@ -134,7 +134,8 @@ VORLEN_MONITOR_API const char* getVorlenMonitorModelName(void);
 /*
  * Hands the runtime the model name of the kit's monitor. Does nothing without a service.
  *
- * name      length bytes, copied; need not be terminated, zero bytes inside are kept
+ * name      length bytes, copied; need not be terminated, zero bytes inside are kept; may be NULL
+ *           when length is 0
  * length    0 or more; a negative length leaves as the C++ exception std::length_error
  */
 VORLEN_MONITOR_API void setVorlenMonitorModelName(const char* name, int32_t length);

@@ -94,6 +94,18 @@ TEST_F(ModelNameSetter, refuses_a_negative_length_and_keeps_the_name) {
     EXPECT_EQ(module.runtime.monitorModelName(), "Kit");
 }
 
+TEST_F(ModelNameSetter, refuses_a_negative_length_also_without_a_text) {
+    module.exports->setVorlenMonitorModelName("Kit", 3);
+    EXPECT_THROW(module.exports->setVorlenMonitorModelName(nullptr, -1), std::length_error);
+    EXPECT_EQ(module.runtime.monitorModelName(), "Kit");
+}
+
+TEST_F(ModelNameSetter, takes_an_empty_name_without_a_text) {
+    module.exports->setVorlenMonitorModelName("Kit", 3);
+    module.exports->setVorlenMonitorModelName(nullptr, 0);
+    EXPECT_THAT(core.texts, ElementsAre("Kit", ""));
+}
+
 TEST_F(ModelNameSetter, sets_nothing_but_the_model_name_and_reads_no_monitor) {
     desktop.clock.advance(1h);
     module.exports->setVorlenMonitorModelName("Kit", 3);
