@@ -1,8 +1,11 @@
 #include "tests/runtime/logger_fixture.h"
 
+#include <windows.h>
+
 #include <gmock/gmock.h>
 
 #include <ostream>
+#include <utility>
 
 namespace tests {
 namespace {
@@ -159,6 +162,56 @@ const Spelling spellings[] = {
 };
 
 INSTANTIATE_TEST_SUITE_P(Spellings, Message, testing::ValuesIn(spellings));
+
+// The members of vorlen::log::vllogger behind this prefix of their names, as GCC and Clang name
+// them in export tables.
+#define LOGGER "_ZN6vorlen3log8vllogger"
+#define MESSAGE "ERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
+
+const std::vector<std::pair<std::string, std::string>> members = {
+    {"instance", LOGGER "8instanceEv"},
+    {"constructor", LOGGER "C1Ev"},
+    {"destructor", LOGGER "D1Ev"},
+    {"isInitialized", "_ZNK6vorlen3log8vllogger13isInitializedEv"},
+    {"log", LOGGER "3logENS0_10level_enum" MESSAGE "b"},
+    {"trace", LOGGER "5trace" MESSAGE},
+    {"debug", LOGGER "5debug" MESSAGE},
+    {"info", LOGGER "4info" MESSAGE},
+    {"warn", LOGGER "4warn" MESSAGE},
+    {"error", LOGGER "5error" MESSAGE},
+    {"critical", LOGGER "8critical" MESSAGE},
+    {"RegisterDebugCallback", LOGGER "21RegisterDebugCallbackEPFviPKcE"},
+    {"debugCallback", LOGGER "13debugCallbackE"},
+};
+
+class LoggerMember : public LoggerTest, public testing::WithParamInterface<std::size_t> {};
+
+TEST_P(LoggerMember, is_exported_by_the_runtime) {
+    void* address = nullptr;
+    EXPECT_NO_THROW(runtime->resolve(address, members[GetParam()].second));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LoggerMember, testing::Range<std::size_t>(0, members.size()),
+                         [](const auto& member) { return members[member.param].first; });
+
+HMODULE imageOf(const void* address) {
+    HMODULE image = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                           GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       static_cast<LPCWSTR>(address), &image);
+    return image;
+}
+
+TEST_F(LoggerTest, is_an_object_of_its_own_in_each_image) {
+    vorlen::log::vllogger* (*instanceOfRuntime)() = nullptr;
+    runtime->resolve(instanceOfRuntime, LOGGER "8instanceEv");
+    EXPECT_EQ(imageOf(instanceOfRuntime()), runtime->image());
+    EXPECT_EQ(imageOf(one->loggerAddress()), one->library.image());
+    EXPECT_EQ(imageOf(two->loggerAddress()), two->library.image());
+}
+
+#undef LOGGER
+#undef MESSAGE
 
 } // namespace
 } // namespace tests
