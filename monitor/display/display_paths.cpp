@@ -81,7 +81,7 @@ std::vector<DisplayPathInfo> getActiveDisplayPaths() {
 
 std::optional<DisplayPathInfo> findDisplayPath(const std::wstring& deviceName) {
     PathArrays arrays;
-    // What cannot be read stays zero and matches nothing, so no status is looked at.
+    // No status is looked at: what the system does not write stays zero and matches nothing.
     allocate(arrays);
     fill(arrays);
     for (const DISPLAYCONFIG_PATH_INFO& path : arrays.paths) {

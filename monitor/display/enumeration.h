@@ -14,5 +14,7 @@ std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays);
 
 // Reads the display settings of the monitor into the record's five numbers (zeros when they cannot
 // be read) and, when an active display path leads to it, its friendly name and device path; every
-// other field stays as it is. Any thread.
+// other field stays as it is. A handle that is not, or no longer, that of a monitor has the numbers
+// that the system gives for a display device without a name: zeros when it knows none, the primary
+// monitor's under Wine. Any thread.
 VORLEN_MONITOR_API void getMonitorBasicInfo(HMONITOR monitor, MonitorInfo& info);

@@ -85,6 +85,23 @@ TEST_F(MonitorNameAndPath, are_empty_when_the_configuration_changes_meanwhile) {
     expectNameAndPath(L"", L"");
 }
 
+TEST_F(MonitorNameAndPath, are_found_whatever_status_the_configuration_has) {
+    desktop.displayPaths.sizesStatus = ERROR_ACCESS_DENIED;
+    expectNameAndPath(L"Model B", L"path of B");
+    desktop.displayPaths.sizesStatus = ERROR_SUCCESS;
+    desktop.displayPaths.queryStatus = ERROR_GEN_FAILURE;
+    expectNameAndPath(L"Model B", L"path of B");
+}
+
+TEST_F(MonitorNameAndPath, are_looked_for_though_sizes_and_device_name_are_not_known) {
+    desktop.journal.fail("GetMonitorInfoW");
+    desktop.journal.fail("GetDisplayConfigBufferSizes", 1, ERROR_ACCESS_DENIED);
+    EXPECT_EQ(getName(monitor), L"");
+    EXPECT_THAT(
+        desktop.displayCalls(),
+        ElementsAre("GetMonitorInfoW", "GetDisplayConfigBufferSizes", "QueryDisplayConfig"));
+}
+
 TEST_F(MonitorNameAndPath, cost_one_reading_of_the_configuration_up_to_the_path) {
     desktop.displayPaths.add(display3, L"behind", L"not looked at");
     getName(monitor);
@@ -161,12 +178,36 @@ TEST_F(MonitorBasicInfo, keeps_the_names_when_no_path_leads_to_the_monitor) {
     EXPECT_EQ(info.devicePath, L"path");
 }
 
-TEST_F(MonitorBasicInfo, writes_zeros_and_keeps_the_names_for_a_detached_monitor) {
+TEST_F(MonitorBasicInfo, keeps_the_names_of_a_detached_monitor) {
     desktop.displayPaths.all[0].sourceNameStatus = ERROR_GEN_FAILURE;
     getBasicInfo(detached, info);
-    expectNumbers({0, 0, 0, 0, 0});
     EXPECT_EQ(info.friendlyName, L"friendly");
     EXPECT_EQ(info.devicePath, L"path");
+}
+
+TEST_F(MonitorBasicInfo, has_the_settings_of_no_device_for_a_detached_monitor) {
+    getBasicInfo(detached, info);
+    expectNumbers({0, 0, 0, 0, 0});
+    desktop.monitors.noNameIsFirst = true;
+    getBasicInfo(detached, info);
+    expectNumbers(wideMode);
+}
+
+TEST_F(MonitorBasicInfo, is_read_to_its_end_although_the_device_name_cannot_be_read) {
+    desktop.journal.fail("GetMonitorInfoW");
+    getBasicInfo(monitor, info);
+    EXPECT_THAT(desktop.displayCalls(),
+                ElementsAre("GetMonitorInfoW", "EnumDisplaySettingsW",
+                            "GetDisplayConfigBufferSizes", "QueryDisplayConfig",
+                            "DisplayConfigGetDeviceInfo", "DisplayConfigGetDeviceInfo"));
+}
+
+TEST_F(MonitorBasicInfo, has_the_names_whatever_status_the_configuration_has) {
+    desktop.displayPaths.sizesStatus = ERROR_ACCESS_DENIED;
+    desktop.displayPaths.queryStatus = ERROR_GEN_FAILURE;
+    getBasicInfo(monitor, info);
+    EXPECT_EQ(info.friendlyName, L"Model B");
+    EXPECT_EQ(info.devicePath, L"path of B");
 }
 
 TEST_F(MonitorBasicInfo, empties_the_names_when_the_target_of_its_path_has_none) {

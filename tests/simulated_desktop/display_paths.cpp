@@ -48,7 +48,7 @@ LONG WINAPI DisplayPaths::getBufferSizes(UINT32 flags, UINT32* pathCount, UINT32
     }
     *pathCount = get().pathCount() + get().announcedTooMany;
     *modeCount = modesPerPath * *pathCount;
-    return ERROR_SUCCESS;
+    return get().sizesStatus;
 }
 
 LONG WINAPI DisplayPaths::query(UINT32 flags, UINT32* pathCount, DISPLAYCONFIG_PATH_INFO* paths,
@@ -75,7 +75,7 @@ LONG WINAPI DisplayPaths::query(UINT32 flags, UINT32* pathCount, DISPLAYCONFIG_P
     }
     *pathCount = filled;
     *modeCount = modesPerPath * filled;
-    return ERROR_SUCCESS;
+    return get().queryStatus;
 }
 
 LONG DisplayPaths::nameSource(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) const {

@@ -49,6 +49,10 @@ public:
     // How many more paths are announced than there are when they are read.
     UINT32 announcedTooMany = 0;
 
+    // What the two calls return although they have done their work.
+    LONG sizesStatus = ERROR_SUCCESS;
+    LONG queryStatus = ERROR_SUCCESS;
+
     // The requests for names so far.
     std::vector<NameRequest> requests;
 

@@ -76,8 +76,9 @@ WINBOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber,
     EXPECT_TRUE(isZero(&withoutSize, sizeof(withoutSize))) << "the mode was not zeroed first";
 
     const auto& all = get().all;
+    const bool isFirst = get().noNameIsFirst && std::wstring(deviceName).empty();
     const auto monitor = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
-        return candidate.deviceName.substr(0, CCHDEVICENAME) == deviceName;
+        return isFirst || candidate.deviceName.substr(0, CCHDEVICENAME) == deviceName;
     });
     if (fails || monitor == all.end() || !monitor->mode) {
         // Nothing says that a driver writes nothing before it gives up.

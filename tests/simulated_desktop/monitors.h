@@ -41,6 +41,10 @@ public:
     // In the system's order.
     std::vector<SimulatedMonitor> all;
 
+    // Whether a device without a name has the settings of the first monitor, as under Wine; else
+    // its settings cannot be read.
+    bool noNameIsFirst = false;
+
 private:
     friend class Current<Monitors>;
     const SimulatedMonitor* find(HMONITOR handle) const;
