@@ -5,6 +5,7 @@
 #include "monitor/service/monitor_data.h"
 #include "monitor/service/status_check.h"
 #include "monitor/windows/capture_filter.h"
+#include "monitor/windows/window_list.h"
 
 namespace vorlen::monitor_internal {
 
@@ -25,6 +26,17 @@ bool getCheckedMonitor(MonitorListItem* item) {
 
 const char* getWindowRefusal(void* window) {
     return findRefusal(WindowInfo(static_cast<HWND>(window)));
+}
+
+bool restartWindowList() {
+    MonitorData* const service = GetMonitorData();
+    // The service's list is the calling thread's, unless it is off or the thread is another one.
+    if (service == nullptr || WindowList::Get() == nullptr) {
+        return false;
+    }
+    service->UseWindowList(false);
+    service->UseWindowList(true);
+    return true;
 }
 
 } // namespace vorlen::monitor_internal

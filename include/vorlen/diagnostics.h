@@ -39,6 +39,28 @@ VORLEN_MONITOR_API bool getCheckedMonitor(MonitorListItem* item);
  */
 VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
 
+/*
+ * Reads the list of windows again, for a host that cannot rely on events alone (getWindowList in
+ * vorlen/monitor.h says what they miss): ends the list and its event hook, and makes a new list of
+ * the windows that may be offered now, in the system's order and with their present titles. The new
+ * list follows events in the same way.
+ *
+ * returns   true when the list was restarted; false, with nothing done, while the runtime has
+ *           switched the list off, without a service, or on another thread than the service thread
+ *
+ * Combo boxes that the runtime registered for updates belong to the old list: they keep their
+ * entries and are no longer updated. Register them again through the runtime's table.
+ *
+ * Exhausted memory leaves as the C++ exception std::bad_alloc. The list is off then: getWindowList
+ * returns its last records, this function returns false, and useWindowList(true) of the runtime's
+ * table switches the list on again. Where the system refuses the new event hook, the result is
+ * true and the list stays as it was read: another restart tries again.
+ *
+ * Do not call it while the list updates a combo box, which means in the control's own procedure.
+ * Waits for the threads of the host's own windows, as Vorlen_Initialize() does.
+ */
+VORLEN_MONITOR_API bool restartWindowList(void);
+
 #ifdef __cplusplus
 } /* extern "C" */
 } /* namespace vorlen::monitor_internal */

@@ -77,6 +77,10 @@ TEST_P(WithoutService, setting_and_updating_do_nothing) {
     EXPECT_EQ(module.runtime.monitorModelName(), "left over");
 }
 
+TEST_P(WithoutService, there_is_no_window_list_to_restart) {
+    EXPECT_FALSE(module.exports->restartWindowList());
+}
+
 TEST_P(WithoutService, the_runtimes_table_gives_empty_values_that_stay) {
     const vorlen::MonitorWrapper& table = module.monitorWrapper();
     EXPECT_THAT(table.getMonitorList(), IsEmpty());

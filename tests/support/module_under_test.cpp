@@ -36,6 +36,7 @@ Exports::Exports(const Library& library) {
     library.resolve(getLastMonitorStatus, "getLastMonitorStatus");
     library.resolve(getCheckedMonitor, "getCheckedMonitor");
     library.resolve(getWindowRefusal, "getWindowRefusal");
+    library.resolve(restartWindowList, "restartWindowList");
     library.resolve(getMonitorData, "_ZN6vorlen16monitor_internal14GetMonitorDataEv");
 }
 

@@ -27,6 +27,7 @@ struct Exports {
     decltype(vorlen::monitor_internal::getLastMonitorStatus)* getLastMonitorStatus = nullptr;
     decltype(vorlen::monitor_internal::getCheckedMonitor)* getCheckedMonitor = nullptr;
     decltype(vorlen::monitor_internal::getWindowRefusal)* getWindowRefusal = nullptr;
+    decltype(vorlen::monitor_internal::restartWindowList)* restartWindowList = nullptr;
     decltype(vorlen::monitor_internal::GetMonitorData)* getMonitorData = nullptr;
 };
 

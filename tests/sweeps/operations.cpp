@@ -88,6 +88,11 @@ std::vector<Operation> exports() {
          [](auto& w) {
              w.module.exports->getWindowRefusal(anyWindow(w));
          }},
+        {"restartWindowList",
+         [](auto& w) {
+             w.windowBoxFollows = false;
+             w.module.exports->restartWindowList();
+         }},
         {"getMonitorName",
          [](auto& w) {
              exported<std::wstring(HMONITOR)>(w, "_Z14getMonitorNameB5cxx11P10HMONITOR__")(

@@ -1,0 +1,112 @@
+#include "tests/support/allocations.h"
+#include "tests/support/other_thread.h"
+#include "tests/windows/window_module_test.h"
+
+#include <gmock/gmock.h>
+
+#include <new>
+#include <utility>
+
+namespace tests {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class WindowListRestart : public TwoWindowsTest {
+protected:
+    bool restart() const { return module.exports->restartWindowList(); }
+
+    HWND liveWindow(std::int32_t index) const {
+        return module.windowEnumWrapper().getWindowHandle(index);
+    }
+};
+
+TEST_F(WindowListRestart, releases_the_hook_reads_the_desktop_and_hooks_again) {
+    ASSERT_TRUE(restart());
+    const auto calls = desktop.journal.calls();
+    EXPECT_EQ(calls.front(), "UnhookWinEvent");
+    EXPECT_EQ(calls[1], "EnumWindows");
+    EXPECT_EQ(calls.back(), "SetWinEventHook");
+    EXPECT_EQ(desktop.eventHooks.installed(), 1u);
+}
+
+TEST_F(WindowListRestart, shows_what_no_event_has_reported) {
+    desktop.windows.find(desktop.windows.order[0])->title = L"renamed";
+    desktop.windows.find(desktop.windows.order[1])->visible = false;
+    add(L"c");
+    std::swap(desktop.windows.order[0], desktop.windows.order[2]);
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
+    EXPECT_TRUE(restart());
+    EXPECT_THAT(titles(), ElementsAre(L"c", L"renamed"));
+}
+
+TEST_F(WindowListRestart, brings_a_window_back_whose_caret_was_destroyed) {
+    desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, desktop.windows.order[0], OBJID_CARET);
+    EXPECT_THAT(titles(), ElementsAre(L"b"));
+    EXPECT_TRUE(restart());
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
+}
+
+TEST_F(WindowListRestart, leaves_the_list_following_the_desktop) {
+    EXPECT_TRUE(restart());
+    show(L"c");
+    destroy(desktop.windows.order[0]);
+    EXPECT_THAT(titles(), ElementsAre(L"b", L"c"));
+}
+
+TEST_F(WindowListRestart, leaves_combo_boxes_as_they_are_until_they_are_registered_again) {
+    const HWND box = makeComboBox();
+    add(L"c");
+    EXPECT_TRUE(restart());
+    show(L"d");
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"a", L"b"));
+    module.windowEnumWrapper().registerWindowComboBox(box);
+    show(L"e");
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"a", L"b", L"c", L"d", L"e"));
+}
+
+TEST_F(WindowListRestart, does_nothing_while_the_list_is_off) {
+    useWindowList(false);
+    desktop.journal.clear();
+    EXPECT_FALSE(restart());
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_EQ(liveWindow(0), nullptr);
+}
+
+TEST_F(WindowListRestart, does_nothing_on_another_thread) {
+    EXPECT_FALSE(onAnotherThread([this] { return restart(); }));
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_NE(liveWindow(0), nullptr);
+}
+
+TEST_F(WindowListRestart, without_a_hook_leaves_a_list_that_stays_as_it_was_read) {
+    desktop.journal.fail("SetWinEventHook");
+    add(L"c");
+    EXPECT_TRUE(restart());
+    show(L"d");
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", L"c"));
+    desktop.journal.dropPlans();
+    EXPECT_TRUE(restart());
+    show(L"e");
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", L"c", L"d", L"e"));
+}
+
+TEST_F(WindowListRestart, without_memory_leaves_the_list_off_and_its_last_records) {
+    const auto before = titles();
+    add(L"c");
+    {
+        Allocations allocations({module.image()});
+        allocations.failRequest(1);
+        EXPECT_THROW(restart(), std::bad_alloc);
+    }
+    EXPECT_EQ(desktop.eventHooks.installed(), 0u);
+    EXPECT_EQ(liveWindow(0), nullptr);
+    EXPECT_EQ(titles(), before);
+    EXPECT_FALSE(restart());
+    useWindowList(true);
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", L"c"));
+}
+
+} // namespace
+} // namespace tests
