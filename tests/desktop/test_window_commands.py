@@ -11,7 +11,7 @@ import pytest
 
 from desktop import TIMEOUT_S, Desktop
 from running_host import RunningHost
-from window_maker import CLASS_NAME, WS_DISABLED, WS_POPUP, WindowMaker
+from window_maker import CLASS_NAME, WS_DISABLED, WS_POPUP, WS_VISIBLE, WindowMaker
 
 COMMAND = "vorlen-monitor.exe"
 
@@ -33,6 +33,11 @@ def windows_of(desktop: Desktop, *options: str) -> dict[int, dict]:
     return {int(window["handle"], 16): window for window in listed}
 
 
+def create_unannounced(maker: WindowMaker, title: str) -> int:
+    """A window that is visible from the start: Wine raises no event that says so."""
+    return maker.create(title, WS_POPUP | WS_VISIBLE)
+
+
 class Watch:
     """A running watch, read line by line."""
 
@@ -49,6 +54,10 @@ class Watch:
             self._unread += received
         line, _, self._unread = self._unread.partition(b"\n")
         return line.decode()
+
+    def until_line(self, wanted: str) -> None:
+        while self.line() != wanted:
+            pass
 
     def until(self, **wanted) -> dict:
         """The first JSON line from here on that says so."""
@@ -117,7 +126,7 @@ def test_a_desktop_without_windows_to_show_is_a_sentence(desktop):
 
 
 def test_watch_tells_of_windows_as_they_come_and_go(maker, watching):
-    watch = watching("--json")
+    watch = watching("--json", "--events-only")
     watch.until(event="appeared", kind="monitor")
     window = maker.create("watched")
     maker.show(window)
@@ -127,9 +136,41 @@ def test_watch_tells_of_windows_as_they_come_and_go(maker, watching):
         "handle": hex(window),
         "title": "watched",
         "className": CLASS_NAME,
+        "unreported": False,
     }
     maker.destroy(window)
-    watch.until(event="gone", kind="window", handle=hex(window))
+    watch.until(event="gone", kind="window", handle=hex(window), unreported=False)
+
+
+def test_watch_marks_windows_that_come_and_go_without_an_event(desktop, maker, watching):
+    watch = watching("--json")
+    watch.until(event="appeared", kind="monitor")
+    with closing(WindowMaker(desktop)) as other:
+        window = create_unannounced(other, "silent")
+        watch.until(event="appeared", handle=hex(window), title="silent", unreported=True)
+    # The other program has ended, and its window with it.
+    watch.until(event="gone", handle=hex(window), unreported=True)
+
+
+def test_watch_marks_such_windows_for_people_too(maker, watching):
+    watch = watching()
+    watch.line()
+    window = create_unannounced(maker, "silent")
+    watch.until_line(f'appeared window {hex(window)} {CLASS_NAME} "silent" (unreported)')
+
+
+def test_watch_goes_by_events_only_when_asked_to(maker, watching):
+    reading, trusting = watching("--json"), watching("--json", "--events-only")
+    for watch in (reading, trusting):
+        watch.until(event="appeared", kind="monitor")
+    # Between the two lines of the one watch lies a restart at least, which the other does not make.
+    silent = [create_unannounced(maker, "first")]
+    reading.until(event="appeared", handle=hex(silent[0]))
+    silent.append(create_unannounced(maker, "second"))
+    reading.until(event="appeared", handle=hex(silent[1]))
+    announced = maker.create("announced")
+    maker.show(announced)
+    assert trusting.until(event="appeared", kind="window")["handle"] == hex(announced)
 
 
 def test_watch_tells_of_an_output_that_goes(desktop, maker, watching):

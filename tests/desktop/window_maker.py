@@ -6,6 +6,7 @@ from desktop import PROGRAMS, TIMEOUT_S, Desktop
 
 WS_POPUP = 0x80000000
 WS_DISABLED = 0x08000000
+WS_VISIBLE = 0x10000000
 CLASS_NAME = "VorlenTestWindow"
 
 

@@ -48,11 +48,21 @@ TEST(Changes, TheSameNameUnderAnotherHandleIsAnotherThing) {
 TEST(ChangeLine, SpellsOutWhatCouldDriveATerminal) {
     const WindowRow window{reinterpret_cast<void*>(std::uintptr_t{0x20}), "a\x1b[31m\nb", "Class",
                            std::nullopt};
-    EXPECT_EQ(changeLine(Change::gone, window, false),
+    EXPECT_EQ(changeLine(Change::gone, window, WindowSource::events, false),
               "gone window 0x20 Class \"a<U+001B>[31m<U+000A>b\"\n");
-    EXPECT_EQ(changeLine(Change::changed, window, true),
+    EXPECT_EQ(changeLine(Change::changed, window, WindowSource::events, true),
               "{\"event\":\"changed\",\"kind\":\"window\",\"handle\":\"0x20\","
-              "\"title\":\"a\\u001b[31m\\nb\",\"className\":\"Class\"}\n");
+              "\"title\":\"a\\u001b[31m\\nb\",\"className\":\"Class\",\"unreported\":false}\n");
+}
+
+TEST(ChangeLine, marks_a_window_that_no_event_had_reported) {
+    const WindowRow window{reinterpret_cast<void*>(std::uintptr_t{0x20}), "title", "Class",
+                           std::nullopt};
+    EXPECT_EQ(changeLine(Change::appeared, window, WindowSource::restart, false),
+              "appeared window 0x20 Class \"title\" (unreported)\n");
+    EXPECT_EQ(changeLine(Change::appeared, window, WindowSource::restart, true),
+              "{\"event\":\"appeared\",\"kind\":\"window\",\"handle\":\"0x20\","
+              "\"title\":\"title\",\"className\":\"Class\",\"unreported\":true}\n");
 }
 
 } // namespace

@@ -38,6 +38,16 @@ TEST(CommandLine, AsksForATableOrForJson) {
     EXPECT_TRUE(monitorsAsJson({"monitors", "--json", "--json"}));
 }
 
+TEST(CommandLine, has_a_watch_go_by_events_only_when_asked_to) {
+    const auto eventsOnly = [](const std::vector<std::string>& arguments) {
+        return std::get<WatchOptions>(parseCommandLine(arguments)).eventsOnly;
+    };
+    EXPECT_FALSE(eventsOnly({"watch"}));
+    EXPECT_TRUE(eventsOnly({"watch", "--events-only"}));
+    EXPECT_THAT(information({"watch", "--help"}),
+                AllOf(HasSubstr("--events-only"), HasSubstr("(unreported)")));
+}
+
 TEST(CommandLine, AsksForTheHelpOfTheProgramOrOfACommand) {
     for (const char* const option : {"--help", "-h"}) {
         EXPECT_THAT(information({option}), AllOf(HasSubstr("Usage: vorlen-monitor [OPTIONS]"),

@@ -77,8 +77,14 @@ public:
         addFlag(status, "--json", "Print a JSON object instead of text", statusOptions.json);
         addKitModel(status, statusOptions.kitModels);
         addFlag(watch, "--json", "Print a JSON object a line", watchOptions.json);
+        addFlag(watch, "--events-only",
+                "Show windows as events report them; do not read their list again each second",
+                watchOptions.eventsOnly);
         watch->add_option("--seconds", seconds, "End after so many seconds instead of at Ctrl+C")
             ->check(CLI::Range(1, longestWatchSeconds));
+        watch->footer("A change of a window that no event had reported is found when the list is "
+                      "read again,\nand marked: (unreported) at the end of the line, or "
+                      "\"unreported\":true in JSON.");
         addKitModel(overview, overviewOptions.kitModels);
     }
 

@@ -29,6 +29,7 @@ struct StatusOptions {
 
 struct WatchOptions {
     bool json = false;
+    bool eventsOnly = false; // windows as events report them; their list is not read again
     std::optional<std::chrono::seconds> duration; // nothing: until Ctrl+C
 };
 

@@ -2,8 +2,10 @@
 
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/records.h"
+#include "tools/vorlen-monitor/repeating_timer.h"
 #include "tools/vorlen-monitor/stop_request.h"
 #include "tools/vorlen-monitor/text.h"
+#include "vorlen/diagnostics.h"
 
 #include <nlohmann/json.hpp>
 
@@ -12,8 +14,11 @@ namespace vorlen::tool {
 namespace {
 
 // How long a change of the monitors may stay unseen; the library's own list is never older than
-// half a second. Windows are told of by messages.
+// half a second. Events about windows arrive as messages, which end the wait.
 constexpr DWORD pollingMilliseconds = 250;
+
+// How long a change of the windows may stay unseen that no event reports.
+constexpr std::chrono::seconds restartPeriod{1};
 
 struct Desktop {
     std::vector<MonitorListItem> monitors;
@@ -36,29 +41,35 @@ const char* nameOf(Change change) {
     return "gone";
 }
 
-std::string jsonLine(Change change, const char* kind, const nlohmann::ordered_json& record) {
+nlohmann::ordered_json lineObject(Change change, const char* kind,
+                                  const nlohmann::ordered_json& record) {
     nlohmann::ordered_json line = {{"event", nameOf(change)}, {"kind", kind}};
     line.update(record);
+    return line;
+}
+
+std::string jsonLine(const nlohmann::ordered_json& line) {
     return spellControlsInJson(line.dump()) + "\n";
 }
 
-std::string changeLines(const Desktop& before, const Desktop& now, bool json) {
+std::string changeLines(const Desktop& before, const Desktop& now, WindowSource source, bool json) {
     std::string lines;
-    const auto add = [&](Change change, const auto& record) {
-        lines += changeLine(change, record, json);
-    };
     visitChanges(
         before.monitors, now.monitors,
         [](const MonitorListItem& left, const MonitorListItem& right) {
             return monitorJson(left) == monitorJson(right);
         },
-        add);
+        [&](Change change, const MonitorListItem& monitor) {
+            lines += changeLine(change, monitor, json);
+        });
     visitChanges(
         before.windows, now.windows,
         [](const WindowRow& left, const WindowRow& right) {
             return left.title == right.title && left.className == right.className;
         },
-        add);
+        [&](Change change, const WindowRow& window) {
+            lines += changeLine(change, window, source, json);
+        });
     return lines;
 }
 
@@ -75,16 +86,28 @@ void dispatchMessages() {
 void watch(const Service& service, const WatchOptions& options, const Output& output) {
     using Clock = std::chrono::steady_clock;
     const StopRequest stop;
+    auto* const restartWindowList =
+        service.function<decltype(monitor_internal::restartWindowList)>("restartWindowList");
+    const Clock::time_point start = Clock::now();
     const Clock::time_point end =
-        options.duration ? Clock::now() + *options.duration : Clock::time_point::max();
+        options.duration ? start + *options.duration : Clock::time_point::max();
+    RepeatingTimer restart(start, restartPeriod);
     Desktop before;
-    do {
-        dispatchMessages();
+    const auto report = [&](WindowSource source) {
         Desktop now = readDesktop(service);
-        if (const std::string lines = changeLines(before, now, options.json); !lines.empty()) {
+        const std::string lines = changeLines(before, now, source, options.json);
+        if (!lines.empty()) {
             output.write(lines);
         }
         before = std::move(now);
+    };
+    do {
+        dispatchMessages();
+        report(WindowSource::events);
+        if (!options.eventsOnly && restart.hasExpired(Clock::now())) {
+            restartWindowList();
+            report(WindowSource::restart);
+        }
         if (Clock::now() >= end) {
             return;
         }
@@ -93,7 +116,7 @@ void watch(const Service& service, const WatchOptions& options, const Output& ou
 
 std::string changeLine(Change change, const MonitorListItem& monitor, bool json) {
     if (json) {
-        return jsonLine(change, "monitor", monitorJson(monitor));
+        return jsonLine(lineObject(change, "monitor", monitorJson(monitor)));
     }
     return std::string(nameOf(change)) + " monitor " + hexadecimal(monitor.handle) + " " +
            spellControls(fieldText(monitor.deviceName) + " \"" + fieldText(monitor.friendlyName) +
@@ -103,12 +126,16 @@ std::string changeLine(Change change, const MonitorListItem& monitor, bool json)
            std::to_string(monitor.refreshRate) + " Hz\n";
 }
 
-std::string changeLine(Change change, const WindowRow& window, bool json) {
+std::string changeLine(Change change, const WindowRow& window, WindowSource source, bool json) {
+    const bool unreported = source == WindowSource::restart;
     if (json) {
-        return jsonLine(change, "window", windowJson(window));
+        auto line = lineObject(change, "window", windowJson(window));
+        line["unreported"] = unreported;
+        return jsonLine(line);
     }
     return std::string(nameOf(change)) + " window " + hexadecimal(window.handle) + " " +
-           spellControls(window.className + " \"" + window.title + "\"") + "\n";
+           spellControls(window.className + " \"" + window.title + "\"") +
+           (unreported ? " (unreported)" : "") + "\n";
 }
 
 } // namespace vorlen::tool
