@@ -1,10 +1,10 @@
 #include "tools/vorlen-monitor/output.h"
 
+#include "runtime/system_file.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/text.h"
 
 #include <algorithm>
-#include <limits>
 #include <string>
 
 namespace vorlen::tool {
@@ -25,21 +25,11 @@ bool writeToConsole(HANDLE console, std::wstring_view text) {
             FALSE) {
             return false;
         }
-        text.remove_prefix(written);
-    }
-    return true;
-}
-
-bool writeBytes(HANDLE file, std::string_view bytes) {
-    constexpr std::size_t most = std::numeric_limits<DWORD>::max();
-    while (!bytes.empty()) {
-        DWORD written = 0;
-        const auto length = static_cast<DWORD>(std::min(bytes.size(), most));
-        // A pipe may take a part only, and say that it succeeded.
-        if (WriteFile(file, bytes.data(), length, &written, nullptr) == FALSE) {
+        if (written == 0) {
+            SetLastError(ERROR_WRITE_FAULT);
             return false;
         }
-        bytes.remove_prefix(written);
+        text.remove_prefix(written);
     }
     return true;
 }
@@ -47,7 +37,7 @@ bool writeBytes(HANDLE file, std::string_view bytes) {
 bool writeText(HANDLE handle, std::string_view text) {
     DWORD mode = 0;
     const bool isConsole = GetConsoleMode(handle, &mode) != FALSE;
-    return isConsole ? writeToConsole(handle, toUtf16(text)) : writeBytes(handle, text);
+    return isConsole ? writeToConsole(handle, toUtf16(text)) : writeAll(handle, text);
 }
 
 std::string whyNotWritten(DWORD error) {
