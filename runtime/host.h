@@ -1,5 +1,9 @@
 /*
  * The runtime as a host application sees it: plain C.
+ *
+ * A module is compiled against the VorlenCore class of one runtime. libvorlen_monitor.dll as built
+ * here fits the runtime built here: for the kit's own runtime it must be rebuilt with the kit's own
+ * header in place of runtime/core.h.
  */
 #ifndef VORLEN_RUNTIME_HOST_H
 #define VORLEN_RUNTIME_HOST_H
@@ -28,12 +32,19 @@ extern "C" {
  * succeeded. When one fails, one line on standard error says so, the cleanup functions run in
  * reverse order, and the result is false. A second call is harmless: it reaches modules that were
  * loaded since the first.
+ *
+ * Do not call it while a library is being loaded, as in DllMain: a module may start a thread and
+ * wait for it, and Windows starts no thread until the library is loaded. Do not wait for it on a
+ * thread that has windows without processing messages: vorlen/monitor.h says why.
  */
 VORLEN_RUNTIME_API bool Vorlen_Initialize(void);
 
 /*
  * Runs the cleanup function of every registered module, in reverse order, on the calling thread,
  * which must be the service thread. Harmless without Vorlen_Initialize(), and twice.
+ *
+ * Do not call it from a callback of the log or of the runtime: a function of a module may be
+ * running then, and would go on with a service that is destroyed.
  */
 VORLEN_RUNTIME_API void Vorlen_Shutdown(void);
 
