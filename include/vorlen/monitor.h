@@ -8,6 +8,10 @@
  * Threads: nothing here is locked. Every function belongs to the service thread. A call that reads
  * the monitors anew waits for WMI, on a thread of its own, when it sees a monitor for the first
  * time: do not call it, nor Vorlen_Initialize(), from DllMain.
+ * Waiting: a slow or hung WMI blocks the service thread for as long. Vorlen_Initialize() and every
+ * event that shows a window read titles, for which Windows asks the threads of the host's own
+ * windows. A UI thread that waits for Vorlen_Initialize() on another thread deadlocks with it,
+ * until the UI thread processes messages.
  * Errors: none is reported. Before Vorlen_Initialize() and after Vorlen_Shutdown() every function
  * returns the neutral value that it documents and writes nothing. What the system does not tell is
  * left out of a list, empty, or 0. Exhausted memory, a thread that cannot be started and failures
@@ -49,7 +53,13 @@ typedef uint16_t VLChar16;
 /* Code units of a text field, the terminating zero included. Longer texts are cut at 127 units. */
 #define VORLEN_MONITOR_TEXT_UNITS 128
 
-/* One monitor. Every text is terminated, and zero behind its end. */
+/*
+ * One monitor. Every text is terminated, and zero behind its end.
+ *
+ * Of cloned outputs, only the first display path gives friendlyName and monitorId. Both can be
+ * empty after resume and in remote sessions, until the next refresh. A serial number that WMI did
+ * not give the first time it was asked stays empty until the library is loaded again.
+ */
 typedef struct MonitorListItem {
     void* handle;                                     /* HMONITOR, borrowed from the system */
     VLChar16 deviceName[VORLEN_MONITOR_TEXT_UNITS];   /* display device, such as \\.\DISPLAY1 */
@@ -84,8 +94,9 @@ extern "C" {
 
 /*
  * Whether the first monitor that the runtime recognises as one of the kit's is set up as the kit
- * needs it: at least 3840 x 2160 pixels and 59 Hz. The reason is in getLastMonitorStatus of
- * vorlen/diagnostics.h and in the runtime's log. false without a service.
+ * needs it: at least 3840 x 2160 pixels and 59 Hz. In portrait, 2160 x 3840, it fails. The reason
+ * is in getLastMonitorStatus of vorlen/diagnostics.h and in the runtime's log. false without a
+ * service.
  *
  * A monitor list that is 500 ms old or empty is read anew first. A monitor name that is not valid
  * UTF-16 leaves as the C++ exception std::range_error.
@@ -115,6 +126,15 @@ VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
  * are destroyed; hidden, disabled and renamed ones stay as they were. On a thread that retrieves no
  * messages the list stays as it was at Vorlen_Initialize(). Titles come from other programs: do not
  * trust them.
+ *
+ * Events do not report everything:
+ * - Windows sends the event of a destruction also when a window's caret is destroyed: a console or
+ *   an editor can leave the list until it is shown again.
+ * - A window that gets its title, or is enabled, after it was shown is not added.
+ * - A window that is hidden or cloaked stays. So does one whose destruction was not reported; if
+ *   Windows gives its handle to another window, that one is listed with the old title.
+ * restartWindowList of vorlen/diagnostics.h reads the list again and so corrects it. Ordinary
+ * windows of other virtual desktops are listed even then.
  */
 VORLEN_MONITOR_API int getWindowList(WindowListItem* items, int32_t capacity);
 

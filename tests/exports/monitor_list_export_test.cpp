@@ -106,6 +106,16 @@ TEST_F(MonitorListExport, leaves_the_padding_of_each_record_as_it_was) {
     }
 }
 
+TEST_F(MonitorListExport, has_empty_names_until_the_configuration_can_be_read_again) {
+    desktop.journal.fail("QueryDisplayConfig", 1, ERROR_GEN_FAILURE);
+    module.exports->updateMonitorList();
+    EXPECT_EQ(copy(3), 3);
+    EXPECT_EQ(textAt(264), L"");
+    module.exports->updateMonitorList();
+    EXPECT_EQ(copy(3), 3);
+    EXPECT_EQ(textAt(264), L"Model B");
+}
+
 TEST_F(MonitorListExport, is_empty_where_there_is_no_monitor) {
     desktop.monitors.all.clear();
     module.exports->updateMonitorList();

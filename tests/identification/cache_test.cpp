@@ -79,6 +79,27 @@ TEST_F(MonitorIdCache, outlives_the_service) {
     EXPECT_THAT(desktop.wmi.calls(), IsEmpty());
 }
 
+// The text for one monitor in a library that is loaded, used and unloaded.
+std::wstring textOfOneLoading(bool wmiKnowsMonitor) {
+    const ModuleUnderTest module;
+    SimulatedDesktop desktop{module.image()};
+    desktop.monitors.add(display1, wideMode);
+    desktop.displayPaths.add(display1, L"Model", devicePath(L"VLN0001", L"1"));
+    if (wmiKnowsMonitor) {
+        desktop.wmi.add(instanceName(L"VLN0001", L"1"), L"SN-1");
+    }
+    module.init();
+    MonitorListItem item{};
+    EXPECT_EQ(module.exports->getMonitorList(&item, 1), 1);
+    module.cleanup();
+    return item.monitorId;
+}
+
+TEST(MonitorIdCacheOfALoading, keeps_no_empty_text_for_the_next_one) {
+    EXPECT_EQ(textOfOneLoading(false), L"");
+    EXPECT_EQ(textOfOneLoading(true), L"SN-1");
+}
+
 // Paths that are none of a display, or of one without the separator behind it.
 class PathWithoutPrefix : public IdentificationTest,
                           public testing::WithParamInterface<const wchar_t*> {};
