@@ -27,9 +27,16 @@ home_of() {
     if [[ $1 == root ]]; then echo /root; else echo "/home/$1"; fi
 }
 
+# wait_for COMMAND...: runs it to its end. In the background, since a shell acts on a signal only when
+# its command in the foreground has ended: this script ends at once, and everything here with it.
+wait_for() {
+    env --default-signal=INT,QUIT "$@" <&0 &
+    wait $!
+}
+
 # logged COMMAND...: what it prints is shown only if it fails.
 logged() {
-    "$@" >"$folder/log" 2>&1 && return
+    wait_for "$@" >"$folder/log" 2>&1 && return
     tail -n 20 "$folder/log" >&2
     fail "this failed (its last messages stand above): $*"
 }
@@ -107,7 +114,7 @@ succeeds() {
     home=$(home_of "$who")
     say "On the bare machine, as $who: $*"
     # shellcheck disable=SC2016  # expanded there
-    chroot "$system" setpriv --reuid "$who" --regid "$who" --init-groups \
+    wait_for chroot "$system" setpriv --reuid "$who" --regid "$who" --init-groups \
         env --ignore-environment LC_ALL=C HOME="$home" USER="$who" \
         PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
         bash -c 'cd "$1" && shift && exec "$@"' bash "$home/$clone" "$@" \
