@@ -7,6 +7,7 @@ namespace vorlen::tool {
 namespace {
 
 using testing::AllOf;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
@@ -54,6 +55,17 @@ TEST(CommandLine, AsksForTheHelpOfTheProgramOrOfACommand) {
                                                  HasSubstr("monitors"), Not(HasSubstr("--json"))));
         EXPECT_THAT(information({"monitors", option}),
                     AllOf(HasSubstr("Usage: vorlen-monitor monitors"), HasSubstr("--json")));
+    }
+}
+
+TEST(CommandLine, AsksForTheHelpOfKitModelsWhereTheyAreTaken) {
+    for (const char* const command : {"status", "overview"}) {
+        EXPECT_THAT(information({command, "--help"}),
+                    ContainsRegex("\n  --kit-model NAME +A model that counts as the kit's, too "
+                                  "\\(repeatable\\)\n"));
+    }
+    for (const char* const command : {"monitors", "windows", "watch"}) {
+        EXPECT_THAT(information({command, "--help"}), Not(HasSubstr("--kit-model")));
     }
 }
 
