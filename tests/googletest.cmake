@@ -2,7 +2,7 @@
 set(googletest_sources /usr/src/googletest CACHE PATH "GoogleTest's sources")
 if(NOT EXISTS ${googletest_sources}/CMakeLists.txt)
     message(FATAL_ERROR "GoogleTest's sources were not found in ${googletest_sources}: "
-        "`./run` and `./check` install them (package googletest), or configure with "
+        "`./check` installs them (package googletest), or configure with "
         "-Dgoogletest_sources=FOLDER.")
 endif()
 
