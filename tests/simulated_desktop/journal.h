@@ -1,12 +1,13 @@
 #pragma once
 
+#include "monitor/platform/mutex.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <functional>
 #include <initializer_list>
 #include <map>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <vector>
@@ -60,7 +61,7 @@ private:
 
     std::deque<Plan> takeDue(Calls& calls);
 
-    mutable std::mutex mutex;
+    mutable Mutex mutex;
     std::vector<std::string> order;
     std::map<std::string, Calls> expected;
 };

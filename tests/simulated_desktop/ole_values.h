@@ -1,5 +1,6 @@
 #pragma once
 
+#include "monitor/platform/mutex.h"
 #include "tests/simulated_desktop/journal.h"
 #include "tests/simulated_desktop/redirects.h"
 #include "tests/support/current.h"
@@ -9,7 +10,6 @@
 #include <oleauto.h>
 
 #include <map>
-#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -42,7 +42,7 @@ private:
     static HRESULT WINAPI getUpperBound(SAFEARRAY* array, UINT dimension, LONG* bound);
 
     Journal& journal;
-    mutable std::mutex mutex;
+    mutable Mutex mutex;
     std::set<BSTR> strings;
     std::map<const VARIANTARG*, const void*> variants; // with the value that each was filled with
     std::multiset<SAFEARRAY*> accesses;

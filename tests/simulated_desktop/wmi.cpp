@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 #include <wbemidl.h>
 
+#include <mutex>
+
 namespace tests {
 
 Wmi::Wmi(Redirects& redirects, Journal& calls)

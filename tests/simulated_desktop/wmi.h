@@ -1,5 +1,6 @@
 #pragma once
 
+#include "monitor/platform/mutex.h"
 #include "tests/simulated_desktop/journal.h"
 #include "tests/simulated_desktop/ole_values.h"
 #include "tests/simulated_desktop/redirects.h"
@@ -11,7 +12,6 @@
 #include <objbase.h>
 
 #include <map>
-#include <mutex>
 #include <set>
 #include <string>
 #include <vector>
@@ -66,7 +66,7 @@ private:
     bool isInApartment() const;
 
     Journal& journal;
-    mutable std::mutex mutex;
+    mutable Mutex mutex;
     std::map<DWORD, int> entries; // threads of the multithreaded apartment, and how often entered
     std::set<DWORD> singleThreaded;
 };
