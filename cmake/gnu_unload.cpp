@@ -24,6 +24,9 @@ void WINAPI forgetExceptions(void* ofThread) {
     HeapFree(GetProcessHeap(), 0, ofThread);
 }
 
+// Not part of the slot, so that it can be read after the slot has been destroyed.
+bool exceptionSlotIsFreed = false;
+
 // The slot in which each thread finds its exceptions. The system gives back what a thread has there
 // when the thread or the slot goes. A process has few such slots: should there be none left, it is
 // one of another kind, in which 16 bytes stay behind for each thread that has thrown.
@@ -32,7 +35,10 @@ public:
     ExceptionSlot()
         : fiberIndex(FlsAlloc(forgetExceptions)),
           threadIndex(isOfFibers() ? TLS_OUT_OF_INDEXES : TlsAlloc()) {}
-    ~ExceptionSlot() { isOfFibers() ? FlsFree(fiberIndex) : TlsFree(threadIndex); }
+    ~ExceptionSlot() {
+        exceptionSlotIsFreed = true;
+        isOfFibers() ? FlsFree(fiberIndex) : TlsFree(threadIndex);
+    }
     ExceptionSlot(const ExceptionSlot&) = delete;
     ExceptionSlot& operator=(const ExceptionSlot&) = delete;
 
@@ -107,6 +113,11 @@ struct __cxxabiv1::__cxa_eh_globals {
 // that throws, and never gives them back.
 extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcept {
     using __cxxabiv1::__cxa_eh_globals;
+    if (exceptionSlotIsFreed) {
+        // The thread that unloads the image or ends the process is the only one left in here.
+        static constinit __cxa_eh_globals atTheEnd{};
+        return &atTheEnd;
+    }
     const DWORD lastError = GetLastError();
     auto* globals = static_cast<__cxa_eh_globals*>(exceptionSlot.get());
     if (globals == nullptr) {

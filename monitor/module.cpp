@@ -4,41 +4,44 @@
 #include "monitor/wrappers.h"
 #include "runtime/registration.h"
 
-#include <memory>
 #include <utility>
 
 namespace vorlen {
 
 namespace {
 
-// Destroys a service that is still there when the library is unloaded, and so has to go before what
-// the service's lists live on: their first use here makes it first.
-struct ServiceOwner {
-    ServiceOwner() {
+// Owned, but without a destructor: it is also read after the module's static objects have been
+// destroyed, by images that are unloaded, or told of the end of the process, later than this one.
+MonitorData* service = nullptr;
+
+// Destroys a service that is still there when the library is unloaded or the process ends. At the
+// end of the process no other thread is left; this waits for none.
+const struct ServiceEnd {
+    // The first use of the lists makes what they need, which is thereby destroyed later.
+    ServiceEnd() {
         MonitorList::Get();
         WindowList::Get();
     }
-
-    std::unique_ptr<MonitorData> service;
-} owner;
+    ~ServiceEnd() { cleanupModule(); }
+} serviceEnd;
 
 } // namespace
 
 void initModule() {
-    if (!owner.service) {
-        owner.service = std::make_unique<MonitorData>();
+    if (service == nullptr) {
+        service = new MonitorData;
     }
 }
 
 void cleanupModule() {
-    // The owner is empty before the service goes: nothing finds it while it is being destroyed.
-    const std::unique_ptr<MonitorData> retired = std::move(owner.service);
+    // Null before the service is destroyed: nothing finds it in the meantime.
+    delete std::exchange(service, nullptr);
 }
 
 namespace monitor_internal {
 
 MonitorData* GetMonitorData() {
-    return owner.service.get();
+    return service;
 }
 
 } // namespace monitor_internal

@@ -5,22 +5,40 @@
 #include "monitor/service/monitor_data.h"
 #include "monitor/windows/window_list.h"
 
+#include <cstddef>
+#include <new>
+
 namespace vorlen {
 
 namespace {
 
 using monitor_internal::GetMonitorData;
 
+// An empty vector. Never destroyed, which an empty one does not need: the runtime may call its
+// table after the module's static objects have been destroyed.
+template <typename Record>
+class EmptyVector {
+public:
+    EmptyVector() { new (memory) std::vector<Record>; }
+
+    const std::vector<Record>& get() const {
+        return *std::launder(reinterpret_cast<const std::vector<Record>*>(memory));
+    }
+
+private:
+    alignas(std::vector<Record>) std::byte memory[sizeof(std::vector<Record>)];
+};
+
 const std::vector<ui::WindowInfo>& windowList() {
-    static const std::vector<ui::WindowInfo> none;
+    static const EmptyVector<ui::WindowInfo> none;
     MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetWindowList() : none;
+    return service != nullptr ? service->GetWindowList() : none.get();
 }
 
 const std::vector<ui::MonitorInfo>& monitorList() {
-    static const std::vector<ui::MonitorInfo> none;
+    static const EmptyVector<ui::MonitorInfo> none;
     MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetMonitorList() : none;
+    return service != nullptr ? service->GetMonitorList() : none.get();
 }
 
 const char* currentMonitorName() {
@@ -29,15 +47,15 @@ const char* currentMonitorName() {
 }
 
 const std::vector<std::string>& vorlenModelName(const char* deviceName) {
-    static const std::vector<std::string> none;
+    static const EmptyVector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(deviceName) : none;
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : none.get();
 }
 
 const std::vector<std::string>& vorlenModelNameWide(const wchar_t* deviceName) {
-    static const std::vector<std::string> none;
+    static const EmptyVector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(deviceName) : none;
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : none.get();
 }
 
 void setVorlenModelName(const char* modelName) {

@@ -8,18 +8,18 @@
 namespace vorlen::log {
 
 void CallbackCaller::call(DebugCallback callback, level_enum level, const std::string& message) {
-    if (callback == nullptr || calling.Get() != nullptr) {
+    if (callback == nullptr || Calling::Get() != nullptr) {
         return;
     }
-    calling.Set(this);
+    Calling::Set(this);
     try {
         callback(static_cast<int>(level), message.c_str());
-        calling.Clear();
+        Calling::Clear();
     } catch (const std::exception& error) {
-        calling.Clear();
+        Calling::Clear();
         complainOnce(error.what());
     } catch (...) {
-        calling.Clear();
+        Calling::Clear();
         complainOnce("it is no std::exception");
     }
 }

@@ -20,7 +20,9 @@ public:
 private:
     void complainOnce(const std::string& what);
 
-    ThreadSlot<CallbackCaller> calling; // set on threads that are inside a callback
+    using Calling = ThreadSlot<CallbackCaller>;
+
+    Calling calling; // set on threads that are inside a callback
     std::atomic_flag hasComplained;
 };
 

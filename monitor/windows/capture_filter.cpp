@@ -14,6 +14,10 @@ bool equal(const std::wstring& text, const wchar_t* other) {
     return std::wcscmp(text.c_str(), other) == 0;
 }
 
+bool matches(const WindowInfo& info, const wchar_t* title, const wchar_t* className) {
+    return equal(info.title, title) && equal(info.className, className);
+}
+
 bool hasStyle(const WindowInfo& info, int index, LONG style) {
     return (GetWindowLongW(info.hwnd, index) & style) != 0;
 }
@@ -100,20 +104,20 @@ bool IsCapturableWindow(const WindowInfo& info) {
 
 bool IsKnownBlockedWindow(const WindowInfo& info) {
     struct BlockedWindow {
-        std::wstring title;
-        std::wstring className;
+        const wchar_t* title;
+        const wchar_t* className;
     };
-    static const BlockedWindow blockList[] = {
+    static constexpr BlockedWindow blockList[] = {
         {L"Task View", L"Windows.UI.Core.CoreWindow"},
         {L"DesktopWindowXamlSource", L"Windows.UI.Core.CoreWindow"},
         {L"PopupHost", L"Xaml_WindowedPopupClass"},
     };
     return std::any_of(std::begin(blockList), std::end(blockList), [&](const BlockedWindow& entry) {
-        return MatchTitleAndClassName(info, entry.title, entry.className);
+        return matches(info, entry.title, entry.className);
     });
 }
 
 bool MatchTitleAndClassName(const WindowInfo& info, const std::wstring& title,
                             const std::wstring& className) {
-    return equal(info.title, title.c_str()) && equal(info.className, className.c_str());
+    return matches(info, title.c_str(), className.c_str());
 }

@@ -1,13 +1,9 @@
-#include "tests/support/import_redirect.h"
 #include "tests/support/other_thread.h"
 #include "tests/support/signal.h"
 #include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 
-#include <atomic>
-#include <chrono>
-#include <cstddef>
 #include <thread>
 
 namespace tests {
@@ -68,52 +64,18 @@ TEST_F(WindowRefusalExport, may_be_asked_for_on_any_thread) {
     EXPECT_STREQ(reason, "not a root window");
 }
 
-// Holds a thread up where the library makes the list of blocked windows, which it does once: at the
-// first request for memory of the window's last test.
-class SlowBlockList : private Current<SlowBlockList> {
-public:
-    SlowBlockList(HMODULE image, Journal& journal)
-        : redirect(image, "malloc", addressOf(allocate)),
-          allocateReally(reinterpret_cast<decltype(allocate)*>(redirect.original())) {
-        journal.at("DwmGetWindowAttribute", 1, [this] { maker = GetCurrentThreadId(); });
-    }
-
-    Signal begun;
-    Signal mayGoOn;
-
-private:
-    friend class Current<SlowBlockList>;
-    static void* allocate(std::size_t size) {
-        SlowBlockList& self = get();
-        if (self.maker == GetCurrentThreadId()) {
-            self.maker = 0;
-            self.begun.raise();
-            self.mayGoOn.wait();
-        }
-        return self.allocateReally(size);
-    }
-
-    std::atomic<DWORD> maker = 0;
-    ImportRedirect redirect;
-    void* (*allocateReally)(std::size_t);
-};
-
-TEST_F(WindowRefusalExport, is_right_on_a_thread_that_asks_while_another_asks_for_the_first_time) {
+TEST_F(WindowRefusalExport, is_right_on_threads_that_ask_at_the_same_time) {
     window.title = L"Task View";
     window.className = L"Windows.UI.Core.CoreWindow";
-    SlowBlockList blockList(module.image(), desktop.journal);
-    Signal answered;
+    Gate allReady(2);
+    const auto refusalAtTheGate = [&] {
+        allReady.pass();
+        return refusal();
+    };
     const char* reasons[2] = {};
-    std::thread first([&] { reasons[0] = refusal(); });
-    blockList.begun.wait();
-    std::thread second([&] {
-        reasons[1] = refusal();
-        answered.raise();
-    });
-    EXPECT_FALSE(answered.waitFor(std::chrono::milliseconds(200)));
-    blockList.mayGoOn.raise();
-    first.join();
-    second.join();
+    std::thread other([&] { reasons[0] = refusalAtTheGate(); });
+    reasons[1] = refusalAtTheGate();
+    other.join();
     EXPECT_STREQ(reasons[0], "blocked");
     EXPECT_STREQ(reasons[1], "blocked");
 }

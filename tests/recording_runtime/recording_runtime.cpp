@@ -53,6 +53,15 @@ using vorlen::WindowEnumWrapper;
 
 class Recorder final : public RecordingRuntime {
 public:
+    Recorder() = default;
+    ~Recorder() {
+        if (cleansUpAtItsEnd) {
+            cleanup();
+        }
+    }
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
     const std::vector<std::string>& registrations() const override { return calls; }
 
     const MonitorWrapper* monitorWrapper() const override {
@@ -65,6 +74,7 @@ public:
 
     void init() const override { run(initFunction); }
     void cleanup() const override { run(cleanupFunction); }
+    void cleanUpAtItsEnd() override { cleansUpAtItsEnd = true; }
 
     const std::vector<vorlen::VORLEN_MONITOR_INFO>& monitorItems() const override {
         return core().GetMonitorItems();
@@ -94,6 +104,7 @@ public:
     std::optional<WindowEnumWrapper> windowTable;
     void (*initFunction)() = nullptr;
     void (*cleanupFunction)() = nullptr;
+    bool cleansUpAtItsEnd = false;
 
 private:
     static VorlenCore& core() { return VorlenCore::Instance(); }

@@ -27,6 +27,9 @@ public:
     virtual void init() const = 0;
     virtual void cleanup() const = 0;
 
+    // From now on, cleanup runs once more while the static objects of this runtime are destroyed.
+    virtual void cleanUpAtItsEnd() = 0;
+
     // The core of this runtime, for test programs that do not import its functions.
     virtual const std::vector<vorlen::VORLEN_MONITOR_INFO>& monitorItems() const = 0;
     virtual void setMonitorName(const std::string& name) = 0;

@@ -1,21 +1,12 @@
 #include "tests/runtime/logger_fixture.h"
-
-#include <windows.h>
+#include "tests/support/exit_code.h"
 
 #include <gmock/gmock.h>
-
-#include <stdexcept>
 
 namespace tests {
 namespace {
 
 using testing::ElementsAre;
-
-std::filesystem::path pathOf(HMODULE image) {
-    wchar_t path[MAX_PATH]{};
-    GetModuleFileNameW(image, path, MAX_PATH);
-    return path;
-}
 
 // Its settings reach another process, which is watched while it ends.
 class LogOfAnEndingProcess : public LoggerTest {
@@ -24,26 +15,7 @@ protected:
 
     DWORD exitCodeOfProgramThatLogs(const std::wstring& how) const {
         const auto program = pathOf(one->library.image()).replace_filename(L"ending_program.exe");
-        std::wstring command = L"\"" + program.wstring() + L"\" " + how;
-        STARTUPINFOW start{};
-        start.cb = sizeof(start);
-        start.dwFlags = STARTF_USESTDHANDLES;
-        start.hStdError = GetStdHandle(STD_ERROR_HANDLE);
-        PROCESS_INFORMATION process{};
-        if (CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr,
-                           nullptr, &start, &process) == FALSE) {
-            throw std::runtime_error("cannot start " + program.string());
-        }
-        CloseHandle(process.hThread);
-        constexpr DWORD deadline = 60'000;
-        if (WaitForSingleObject(process.hProcess, deadline) != WAIT_OBJECT_0) {
-            TerminateProcess(process.hProcess, STILL_ACTIVE);
-            WaitForSingleObject(process.hProcess, deadline);
-        }
-        DWORD code = STILL_ACTIVE;
-        GetExitCodeProcess(process.hProcess, &code);
-        CloseHandle(process.hProcess);
-        return code;
+        return exitCodeOf(program, how);
     }
 
     void expectLastWords() const {
