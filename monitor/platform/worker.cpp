@@ -1,5 +1,7 @@
 #include "monitor/platform/worker.h"
 
+#include "monitor/platform/image.h"
+
 #include <windows.h>
 
 #include <process.h>
@@ -17,23 +19,39 @@ struct Job {
     std::exception_ptr failure;
 };
 
-unsigned __stdcall runJob(void* parameter) {
-    const std::unique_ptr<std::shared_ptr<Job>> job(static_cast<std::shared_ptr<Job>*>(parameter));
+// What the thread owns.
+struct Share {
+    std::shared_ptr<Job> job;
+    HMODULE image; // a reference to the image that the thread runs in
+};
+
+// Frees the share but for its reference, which it returns.
+HMODULE run(void* parameter) {
+    const std::unique_ptr<Share> share(static_cast<Share*>(parameter));
     try {
-        (*job)->task();
+        share->job->task();
     } catch (...) {
-        (*job)->failure = std::current_exception();
+        share->job->failure = std::current_exception();
     }
-    return 0;
+    return share->image;
+}
+
+// The host may unload the library when the thread could not be waited for: the thread's code stays
+// until the thread has left it.
+unsigned __stdcall runJob(void* parameter) {
+    FreeLibraryAndExitThread(run(parameter), 0);
 }
 
 // Not std::thread: what toolchains make of it stays behind in a process that unloads the library.
 HANDLE start(const std::shared_ptr<Job>& job) {
-    auto share = std::make_unique<std::shared_ptr<Job>>(job);
+    auto share = std::make_unique<Share>(Share{job, nullptr});
+    share->image = referenceThisImage();
     auto* const thread =
         reinterpret_cast<HANDLE>(_beginthreadex(nullptr, 0, runJob, share.get(), 0, nullptr));
     if (thread == nullptr) {
-        throw std::system_error(errno, std::generic_category());
+        const int error = errno;
+        FreeLibrary(share->image);
+        throw std::system_error(error, std::generic_category());
     }
     static_cast<void>(share.release()); // now the thread's
     return thread;

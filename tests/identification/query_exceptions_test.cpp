@@ -1,6 +1,7 @@
 #include "tests/identification/identification_test.h"
 #include "tests/identification/worker_threads.h"
 #include "tests/support/allocations.h"
+#include "tests/support/signal.h"
 
 #include <comdef.h>
 
@@ -78,6 +79,34 @@ TEST_F(QueryExceptions, a_thread_that_cannot_be_waited_for_is_a_system_error) {
         EXPECT_EQ(workers.unclosedHandles(), 0u);
     }
     expectFullQueryNow();
+}
+
+bool isLoaded(HMODULE image) {
+    HMODULE found = nullptr;
+    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
+                                  GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                              reinterpret_cast<LPCWSTR>(image), &found) != FALSE;
+}
+
+TEST_F(QueryExceptions, a_thread_that_goes_on_keeps_the_library_loaded_until_it_ends) {
+    WorkerThreads workers(module.image());
+    workers.failNextWait = ERROR_INVALID_HANDLE;
+    workers.failsAtOnce = true;
+    Signal querying;
+    Signal mayGoOn;
+    desktop.journal.at("CoInitializeEx", 1, [&] {
+        querying.raise();
+        mayGoOn.wait();
+    });
+    EXPECT_THROW(module.exports->updateMonitorList(), std::system_error);
+    querying.wait();
+    module.cleanup();
+    const HMODULE image = module.image();
+    module.unload();
+    ASSERT_TRUE(isLoaded(image));
+    mayGoOn.raise();
+    workers.waitForAll();
+    EXPECT_FALSE(isLoaded(image));
 }
 
 // Every request for memory of an enumeration that asks WMI fails in turn.

@@ -1,5 +1,6 @@
 #include "tests/identification/worker_threads.h"
 
+#include <gtest/gtest.h>
 #include <process.h>
 
 #include <algorithm>
@@ -42,6 +43,12 @@ std::size_t WorkerThreads::running() const {
            static_cast<std::size_t>(std::count_if(threads.begin(), threads.end(), hasEnded));
 }
 
+void WorkerThreads::waitForAll() const {
+    for (const HANDLE thread : threads) {
+        EXPECT_EQ(WaitForSingleObject(thread, 30'000), WAIT_OBJECT_0) << "a thread did not end";
+    }
+}
+
 bool WorkerThreads::isThread(HANDLE object) const {
     return std::find(handles.begin(), handles.end(), object) != handles.end();
 }
@@ -62,8 +69,9 @@ std::uintptr_t __cdecl WorkerThreads::begin(void* security, unsigned stackSize, 
 }
 
 DWORD WINAPI WorkerThreads::waitFor(HANDLE object, DWORD timeout) {
-    const DWORD result = WaitForSingleObject(object, timeout);
-    if (get().failNextWait == ERROR_SUCCESS || !get().isThread(object)) {
+    const bool fails = get().failNextWait != ERROR_SUCCESS && get().isThread(object);
+    const DWORD result = WaitForSingleObject(object, fails && get().failsAtOnce ? 0 : timeout);
+    if (!fails) {
         return result;
     }
     SetLastError(std::exchange(get().failNextWait, ERROR_SUCCESS));

@@ -31,6 +31,12 @@ public:
     // The next wait for a thread fails with this error, once the thread has ended.
     DWORD failNextWait = ERROR_SUCCESS;
 
+    // That wait fails while the thread is still running.
+    bool failsAtOnce = false;
+
+    // Returns when every thread has ended.
+    void waitForAll() const;
+
 private:
     friend class Current<WorkerThreads>;
     using Procedure = unsigned(__stdcall*)(void*);

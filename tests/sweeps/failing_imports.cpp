@@ -10,7 +10,8 @@ FailingImports::FailingImports(HMODULE image, Journal& calls)
     : journal(calls), beginRedirect(image, "_beginthreadex", addressOf(beginThread)),
       waitRedirect(image, "WaitForSingleObject", addressOf(waitFor)),
       closeRedirect(image, "CloseHandle", addressOf(close)),
-      slotRedirect(image, "TlsSetValue", addressOf(setThreadSlot)) {}
+      slotRedirect(image, "TlsSetValue", addressOf(setThreadSlot)),
+      imageRedirect(image, "GetModuleHandleExW", addressOf(findImage)) {}
 
 std::uintptr_t __cdecl FailingImports::beginThread(void* security, unsigned stackSize,
                                                    Procedure procedure, void* parameter,
@@ -47,6 +48,14 @@ WINBOOL WINAPI FailingImports::setThreadSlot(DWORD index, void* value) {
         return FALSE;
     }
     return TlsSetValue(index, value);
+}
+
+WINBOOL WINAPI FailingImports::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
+    if (const auto error = get().journal.enter("GetModuleHandleExW")) {
+        SetLastError(static_cast<DWORD>(*error));
+        return FALSE;
+    }
+    return GetModuleHandleExW(flags, address, image);
 }
 
 } // namespace tests

@@ -11,8 +11,8 @@
 namespace tests {
 
 // The imports that a simulated desktop leaves to the system, made to fail as the journal plans it:
-// threads and thread slots. Each does its work first where leaving it undone would be a failure of
-// the system that it does not have.
+// threads, thread slots and references to the image. Each does its work first where leaving it
+// undone would be a failure of the system that it does not have.
 class FailingImports : private Current<FailingImports> {
 public:
     FailingImports(HMODULE image, Journal& calls);
@@ -26,12 +26,14 @@ private:
     static DWORD WINAPI waitFor(HANDLE object, DWORD timeout);
     static WINBOOL WINAPI close(HANDLE object);
     static WINBOOL WINAPI setThreadSlot(DWORD index, void* value);
+    static WINBOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
 
     Journal& journal;
     ImportRedirect beginRedirect;
     ImportRedirect waitRedirect;
     ImportRedirect closeRedirect;
     ImportRedirect slotRedirect;
+    ImportRedirect imageRedirect;
 };
 
 } // namespace tests

@@ -105,6 +105,7 @@ std::vector<FailingCall> threadCalls() {
                                         returning(EACCES, "std::system_error")}),
             platform("WaitForSingleObject", {returning(ERROR_INVALID_HANDLE, "std::system_error")}),
             platform("CloseHandle", {returning(FALSE)}),
+            platform("GetModuleHandleExW", {returning(ERROR_MOD_NOT_FOUND, "std::system_error")}),
             platform("TlsSetValue", {returning(FALSE, "std::system_error")})};
 }
 
