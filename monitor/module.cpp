@@ -1,5 +1,6 @@
 #include "monitor/module.h"
 
+#include "monitor/platform/scoped_flag.h"
 #include "monitor/service/monitor_data.h"
 #include "monitor/wrappers.h"
 #include "runtime/registration.h"
@@ -28,7 +29,9 @@ const struct ServiceEnd {
 } // namespace
 
 void initModule() {
-    if (service == nullptr) {
+    static bool initialising = false;
+    if (service == nullptr && !initialising) {
+        const ScopedFlag marked(initialising);
         service = new MonitorData;
     }
 }

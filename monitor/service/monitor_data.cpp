@@ -30,7 +30,7 @@ MonitorData::~MonitorData() {
 
 void MonitorData::RefreshMonitorListIfStale() {
     const auto age = std::chrono::steady_clock::now() - lastMonitorUpdate;
-    if (monitors.empty() || age >= staleAfter || updatePending) {
+    if (monitors.empty() || age >= staleAfter || monitorUpdate == Update::abandoned) {
         UpdateMonitorList();
     }
 }

@@ -2,6 +2,9 @@
 #include "monitor/service/narrow.h"
 #include "runtime/core.h"
 
+#include <utility>
+#include <vector>
+
 namespace vorlen {
 
 namespace {
@@ -25,21 +28,33 @@ VORLEN_MONITOR_INFO toRuntime(const ::MonitorInfo& monitor) {
 
 } // namespace
 
-// The cache and the core's list name the same monitors at the same indexes.
 void MonitorData::UpdateMonitorList() {
-    if (!monitorList) {
+    if (!monitorList || monitorUpdate == Update::running) {
         return;
     }
-    updatePending = true;
+    monitorUpdate = Update::running;
+    try {
+        ReplaceMonitors();
+    } catch (...) {
+        monitorUpdate = Update::abandoned;
+        throw;
+    }
+    monitorUpdate = Update::complete;
+}
+
+// The cache and the core's list name the same monitors at the same indexes.
+void MonitorData::ReplaceMonitors() {
     monitorList->Update();
+    // A copy: the runtime may have the thread's list updated while it is called.
+    const std::vector<::MonitorInfo> read = monitorList->GetMonitors();
     monitors.clear();
     VorlenCore::Instance().ClearMonitorList();
-    for (const ::MonitorInfo& monitor : monitorList->GetMonitors()) {
+    for (const ::MonitorInfo& monitor : read) {
         monitors.push_back(toCached(monitor));
-        VorlenCore::Instance().AddMonitorItem(toRuntime(monitor));
+        VORLEN_MONITOR_INFO item = toRuntime(monitor);
+        VorlenCore::Instance().AddMonitorItem(std::move(item));
     }
     lastMonitorUpdate = std::chrono::steady_clock::now();
-    updatePending = false;
 }
 
 } // namespace vorlen

@@ -6,6 +6,8 @@
 #include "vorlen/status.h"
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
 namespace vorlen {
 
@@ -58,20 +60,24 @@ void logOutcome(VLStatus status) {
 
 bool MonitorData::checkMonitorStatus() {
     RefreshMonitorListIfStale();
+    // A copy: the runtime and a callback of its log may have the list read anew, or check again.
+    const std::vector<ui::MonitorInfo> candidates = monitors;
     const auto kitMonitor =
-        std::find_if(monitors.begin(), monitors.end(), [this](const ui::MonitorInfo& monitor) {
+        std::find_if(candidates.begin(), candidates.end(), [this](const ui::MonitorInfo& monitor) {
             return !GetVorlenModelName(monitor.deviceName.c_str()).empty();
         });
-    if (kitMonitor == monitors.end()) {
+    if (kitMonitor == candidates.end()) {
         checkedMonitor = nullptr;
         lastStatus = MONITOR_NOT_CONNECTED;
         return false;
     }
-    // A copy: a callback of the log may have the list read anew, or check again.
-    const ui::MonitorInfo judged = *kitMonitor;
-    describe(judged);
-    const VLStatus status = judge(judged);
-    checkedMonitor = judged.handle;
+    // A callback of the log may also destroy the service.
+    const std::weak_ptr<void> alive = lifetime;
+    describe(*kitMonitor);
+    const VLStatus status = judge(*kitMonitor);
+    if (!alive.expired()) {
+        checkedMonitor = kitMonitor->handle;
+    }
     lastStatus = status;
     logOutcome(status);
     return status == MONITOR_OK;

@@ -1,6 +1,9 @@
+#include "monitor/platform/scoped_flag.h"
 #include "monitor/service/monitor_data.h"
 
+#include <memory>
 #include <string_view>
+#include <utility>
 
 namespace vorlen {
 
@@ -18,9 +21,17 @@ void MonitorData::UseWindowList(bool use) {
     if (!use) {
         // The owner is empty before the list goes: nothing finds it while it is being destroyed.
         windowList.reset();
-    } else if (!windowList) {
-        windowList = std::make_unique<WindowList>();
-        windowsRevision.reset();
+    } else if (!windowList && !*readingWindows) {
+        const std::shared_ptr<bool> reading = readingWindows;
+        const ScopedFlag marked(*reading);
+        const std::weak_ptr<void> alive = lifetime;
+        auto list = std::make_unique<WindowList>();
+        // The procedure of a window whose title was read may have destroyed the service, or
+        // switched the list off.
+        if (!alive.expired() && useWindowList) {
+            windowList = std::move(list);
+            windowsRevision.reset();
+        }
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "monitor/platform/last_error.h"
+
 #include <windows.h>
 
 #include <utility>
@@ -25,9 +27,8 @@ public:
 private:
     void Release() {
         if (hook != nullptr) {
-            const DWORD lastError = GetLastError();
+            const LastErrorKeeper lastErrorKeeper;
             UnhookWinEvent(hook);
-            SetLastError(lastError);
         }
     }
 

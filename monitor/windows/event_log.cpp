@@ -4,6 +4,7 @@
 
 #include <comdef.h>
 
+#include <atomic>
 #include <charconv>
 #include <cstdint>
 #include <iterator>
@@ -12,6 +13,8 @@
 namespace {
 
 vorlen::log::vllogger* const logger = vorlen::log::vllogger::instance();
+
+std::atomic<bool> seriesLogged = false;
 
 std::string describe(const std::exception_ptr& failure) {
     try {
@@ -31,10 +34,19 @@ std::string describe(const std::exception_ptr& failure) {
 } // namespace
 
 void logEventFailure(const std::exception_ptr& failure) noexcept {
+    // Set first: a callback of the log may let other events fail.
+    if (seriesLogged.exchange(true)) {
+        return;
+    }
     try {
-        logger->log(vorlen::log::level_enum::error,
+        logger->log(vorlen::log::level_enum::critical,
                     "A window event could not be handled: " + describe(failure), false);
     } catch (...) {
-        // Memory for the line is exhausted as well: there is no way left to tell.
+        // Memory for the line may be exhausted as well: the next failure tries again.
+        seriesLogged = false;
     }
+}
+
+void endFailureSeries() noexcept {
+    seriesLogged = false;
 }

@@ -1,6 +1,7 @@
 #include "monitor/windows/window_list.h"
 
 #include "monitor/platform/combo_box.h"
+#include "monitor/platform/last_error.h"
 #include "monitor/platform/thread_slot.h"
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
@@ -8,6 +9,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -53,6 +55,7 @@ void WindowList::Seed() {
     if (seeding.failure) {
         std::rethrow_exception(seeding.failure);
     }
+    endFailureSeries();
 }
 
 // An exception must not cross the system's frames: it is kept until the enumeration has returned.
@@ -60,7 +63,10 @@ BOOL CALLBACK WindowList::SeedWindow(HWND hwnd, LPARAM parameter) {
     auto& seeding = *reinterpret_cast<Seeding*>(parameter);
     try {
         if (!seeding.failure && GetWindowTextLengthW(hwnd) >= 1) {
-            seeding.list.AddIfCapturable(hwnd);
+            const WindowInfo info(hwnd);
+            if (IsCapturableWindow(info)) {
+                seeding.list.AddWindow(info);
+            }
         }
     } catch (...) {
         seeding.failure = std::current_exception();
@@ -79,16 +85,11 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
     if (child != CHILDID_SELF || !(gone || appeared)) {
         return;
     }
-    WindowList* const list = instance().Get();
-    if (list == nullptr) {
-        return;
-    }
+    // The thread may be about to ask for the error of a call of its own.
+    const LastErrorKeeper lastErrorKeeper;
     try {
-        if (gone) {
-            list->RemoveWindow(hwnd);
-        } else if (!list->IsListed(hwnd) && GetAncestor(hwnd, GA_ROOT) == hwnd &&
-                   GetWindowTextLengthW(hwnd) >= 1) {
-            list->AddIfCapturable(hwnd);
+        if (gone ? HandleDestruction(hwnd) : HandleAppearance(hwnd)) {
+            endFailureSeries();
         }
     } catch (...) {
         // The system called and has no use for it.
@@ -96,11 +97,27 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
     }
 }
 
-void WindowList::AddIfCapturable(HWND hwnd) {
+// Whether a window was removed.
+bool WindowList::HandleDestruction(HWND hwnd) {
+    WindowList* const list = instance().Get();
+    return list != nullptr && list->RemoveWindow(hwnd);
+}
+
+// Whether the window was looked at. Asking for its title may run a window procedure of the host,
+// which may destroy or replace the list: the window goes to the list that the thread has then.
+bool WindowList::HandleAppearance(HWND hwnd) {
+    const WindowList* const list = instance().Get();
+    if (list == nullptr || list->IsListed(hwnd) || GetAncestor(hwnd, GA_ROOT) != hwnd ||
+        GetWindowTextLengthW(hwnd) < 1) {
+        return false;
+    }
     const WindowInfo info(hwnd);
     if (IsCapturableWindow(info)) {
-        AddWindow(info);
+        if (WindowList* const current = instance().Get()) {
+            current->AddWindow(info);
+        }
     }
+    return true;
 }
 
 // Intended: a window that is listed already keeps the title that it had when it appeared.
@@ -118,12 +135,7 @@ void WindowList::AddWindow(const WindowInfo& info) {
         throw;
     }
     ++revision;
-    // By index, here and below: a control may register others while it is being told, which show
-    // the change already.
-    const std::size_t told = comboBoxes.size();
-    for (std::size_t i = 0; i < told; ++i) {
-        appendToComboBox(comboBoxes[i], info.title);
-    }
+    NotifyComboBoxes([&](HWND comboBox) { appendToComboBox(comboBox, info.title); });
 }
 
 bool WindowList::RemoveWindow(HWND hwnd) {
@@ -136,11 +148,19 @@ bool WindowList::RemoveWindow(HWND hwnd) {
     places.erase(found);
     Vacate(place);
     ++revision;
-    const std::size_t told = comboBoxes.size();
-    for (std::size_t i = 0; i < told; ++i) {
-        deleteFromComboBox(comboBoxes[i], index);
-    }
+    NotifyComboBoxes([&](HWND comboBox) { deleteFromComboBox(comboBox, index); });
     return true;
+}
+
+// To those that are registered now: one that is registered while another handles the message shows
+// the change already. The message may also destroy the list.
+template <typename Send>
+void WindowList::NotifyComboBoxes(const Send& send) {
+    const std::weak_ptr<void> alive = lifetime;
+    const std::size_t count = comboBoxes.size();
+    for (std::size_t i = 0; i < count && !alive.expired(); ++i) {
+        send(comboBoxes[i]);
+    }
 }
 
 // Gaps are closed once they are as many as the windows, so that a removal costs the same on average
@@ -176,11 +196,16 @@ void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
 }
 
 void WindowList::ForceUpdateComboBox(HWND comboBox) {
+    const std::weak_ptr<void> alive = lifetime;
     resetComboBox(comboBox);
-    // By index and with copies: windows may come and go while the control is being told. What comes
-    // is told by whoever adds it.
+    if (alive.expired()) {
+        return;
+    }
     const std::size_t count = GetCurrentWindows().size();
-    for (std::size_t i = 0; i < std::min(count, GetCurrentWindows().size()); ++i) {
+    // By index and with copies: the control may let windows appear or go, or destroy the list,
+    // while it handles a message. Windows that appear are sent to it as they are added.
+    for (std::size_t i = 0; !alive.expired() && i < std::min(count, GetCurrentWindows().size());
+         ++i) {
         const std::wstring title = windows[i].title;
         appendToComboBox(comboBox, title);
     }

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <unordered_map>
 #include <vector>
 
@@ -37,9 +38,9 @@ public:
     std::uint64_t GetRevision() const { return revision; }
 
     // Fills the combo box with the titles and keeps it in step from now on. It stays the caller's,
-    // must not sort, and is told twice if registered twice. While it is being told, the list must
-    // not be destroyed; a control that lets windows come or go meanwhile may end out of step.
-    // Throws _com_error when it answers with an error.
+    // must not sort, and is sent each change twice if registered twice. Its procedure may destroy
+    // the list, which then sends no further message. It may also let windows appear or go, but then
+    // the combo box may end out of step. Throws _com_error when it answers with an error.
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:
@@ -48,13 +49,16 @@ private:
                                  LONG child, DWORD thread, DWORD time);
 
     void Seed();
-    void AddIfCapturable(HWND hwnd);
+    static bool HandleAppearance(HWND hwnd);
+    static bool HandleDestruction(HWND hwnd);
     bool IsListed(HWND hwnd) const { return places.contains(hwnd); }
     void AddWindow(const WindowInfo& info);
     bool RemoveWindow(HWND hwnd);
     void Vacate(std::size_t place) noexcept;
     void CloseGaps() const noexcept;
     void ForceUpdateComboBox(HWND comboBox);
+    template <typename Send>
+    void NotifyComboBoxes(const Send& send);
 
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
     // The windows in order of appearance. Where one has gone, a record without a handle stays until
@@ -64,4 +68,6 @@ private:
     mutable AppearanceOrder order;                           // of these places
     std::uint64_t revision = 0;
     EventHook hook;
+    // Expires with the list, for functions of the list that run code of the host.
+    std::shared_ptr<void> lifetime = std::make_shared<char>();
 };

@@ -189,5 +189,79 @@ TEST_F(ReenteringComboBox, that_is_destroyed_while_it_is_told_does_not_stop_the_
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
+// What a host's procedure of a combo box may do with the list that sends the message.
+struct End {
+    const char* name;
+    void (*run)(const ModuleUnderTest&);
+};
+
+class ComboBoxThatEndsTheList : public ReenteringComboBox, public testing::WithParamInterface<End> {
+protected:
+    // Ends the list at the n-th message of the operation, which must be the last one that it sends.
+    void endAt(std::size_t n, const std::function<void()>& operation) {
+        desktop.comboBoxes.messages.clear();
+        whileToldOf(n, [&] { GetParam().run(module); });
+        operation();
+        EXPECT_THAT(desktop.comboBoxes.messages, testing::SizeIs(n));
+        EXPECT_THAT(log.lines, IsEmpty());
+    }
+
+    void expectRightAfterwards(const std::vector<HWND>& windows) {
+        module.init();
+        module.monitorWrapper().useWindowList(true);
+        expectListed(windows);
+        EXPECT_EQ(desktop.eventHooks.installed(), 1u);
+    }
+};
+
+TEST_P(ComboBoxThatEndsTheList, while_a_window_appears_is_sent_the_last_message) {
+    registerBox();
+    registerBox();
+    registerBox();
+    const HWND d = desktop.windows.add(L"d").handle;
+    endAt(2, [&] { show(d); });
+    expectRightAfterwards({a, b, c, d});
+}
+
+TEST_P(ComboBoxThatEndsTheList, while_a_window_goes_is_sent_the_last_message) {
+    registerBox();
+    registerBox();
+    registerBox();
+    desktop.windows.find(b)->alive = false;
+    endAt(2, [&] { destroy(b); });
+    expectRightAfterwards({a, c});
+}
+
+TEST_P(ComboBoxThatEndsTheList, while_it_is_emptied_is_not_filled) {
+    endAt(1, [&] { registerBox(); });
+    expectRightAfterwards({a, b, c});
+}
+
+TEST_P(ComboBoxThatEndsTheList, while_it_is_filled_is_not_filled_further) {
+    endAt(3, [&] { registerBox(); });
+    expectRightAfterwards({a, b, c});
+}
+
+INSTANTIATE_TEST_SUITE_P(By, ComboBoxThatEndsTheList,
+                         testing::Values(End{"shutting_down",
+                                             [](const ModuleUnderTest& module) {
+                                                 module.cleanup();
+                                             }},
+                                         End{"starting_again",
+                                             [](const ModuleUnderTest& module) {
+                                                 module.cleanup();
+                                                 module.init();
+                                             }},
+                                         End{"switching_it_off",
+                                             [](const ModuleUnderTest& module) {
+                                                 module.monitorWrapper().useWindowList(false);
+                                             }},
+                                         End{"replacing_it",
+                                             [](const ModuleUnderTest& module) {
+                                                 module.monitorWrapper().useWindowList(false);
+                                                 module.monitorWrapper().useWindowList(true);
+                                             }}),
+                         [](const auto& end) { return std::string(end.param.name); });
+
 } // namespace
 } // namespace tests

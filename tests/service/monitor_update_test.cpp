@@ -1,3 +1,4 @@
+#include "tests/support/allocations.h"
 #include "tests/support/module_test.h"
 #include "tests/support/service_members.h"
 
@@ -119,6 +120,27 @@ TEST_F(MonitorUpdate, keeps_numbers_below_zero) {
     update();
     EXPECT_EQ(module.runtime.monitorItems()[0].x, -1920);
     EXPECT_EQ(cachedMonitors(service())[0].x, -1920);
+}
+
+// The names need memory of their own as they are narrowed.
+TEST_F(MonitorUpdate, narrows_a_monitors_texts_before_it_asks_for_the_core) {
+    desktop.displayPaths.all[0].friendlyName = std::wstring(100, L'n');
+    std::size_t failures = 0;
+    for (bool failed = true; failed; ++failures) {
+        desktop.journal.clear();
+        Allocations allocations({module.image()});
+        allocations.failRequest(failures + 1);
+        try {
+            update();
+        } catch (const std::bad_alloc&) {
+        }
+        failed = allocations.hasFailed();
+        const std::size_t answered = desktop.journal.count("VorlenCore::ClearMonitorList") +
+                                     desktop.journal.count("VorlenCore::AddMonitorItem");
+        EXPECT_EQ(desktop.journal.count("VorlenCore::Instance"), answered)
+            << "request " << failures + 1;
+    }
+    EXPECT_GT(failures, 10u);
 }
 
 class AbandonedUpdate : public MonitorUpdate {};

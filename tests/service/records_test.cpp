@@ -1,15 +1,59 @@
 #include "monitor/service/monitor_data.h"
 #include "monitor/service/ui_records.h"
 #include "runtime/monitor_record.h"
+#include "tests/simulated_desktop/simulated_desktop.h"
+#include "tests/support/private_member.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace tests {
+
+using vorlen::MonitorData;
+
+struct WindowListField {
+    using type = std::unique_ptr<WindowList> MonitorData::*;
+    friend type memberOf(WindowListField);
+};
+template struct PrivateMember<WindowListField, &MonitorData::windowList>;
+
+struct MonitorListField {
+    using type = std::unique_ptr<MonitorList> MonitorData::*;
+    friend type memberOf(MonitorListField);
+};
+template struct PrivateMember<MonitorListField, &MonitorData::monitorList>;
+
+struct UseWindowListField {
+    using type = bool MonitorData::*;
+    friend type memberOf(UseWindowListField);
+};
+template struct PrivateMember<UseWindowListField, &MonitorData::useWindowList>;
+
+struct WindowsField {
+    using type = std::vector<vorlen::ui::WindowInfo> MonitorData::*;
+    friend type memberOf(WindowsField);
+};
+template struct PrivateMember<WindowsField, &MonitorData::windows>;
+
+struct MonitorsField {
+    using type = std::vector<vorlen::ui::MonitorInfo> MonitorData::*;
+    friend type memberOf(MonitorsField);
+};
+template struct PrivateMember<MonitorsField, &MonitorData::monitors>;
+
+struct LastMonitorUpdateField {
+    using type = std::chrono::steady_clock::time_point MonitorData::*;
+    friend type memberOf(LastMonitorUpdateField);
+};
+template struct PrivateMember<LastMonitorUpdateField, &MonitorData::lastMonitorUpdate>;
+
 namespace {
 
 using vorlen::VORLEN_MONITOR_INFO;
@@ -40,12 +84,36 @@ TEST(Records, are_copied_and_moved_field_by_field) {
 }
 
 TEST(OneService, stays_at_its_place_and_has_no_virtual_functions) {
-    using vorlen::MonitorData;
     EXPECT_FALSE(std::is_copy_constructible_v<MonitorData>);
     EXPECT_FALSE(std::is_move_constructible_v<MonitorData>);
     EXPECT_FALSE(std::is_copy_assignable_v<MonitorData>);
     EXPECT_FALSE(std::is_move_assignable_v<MonitorData>);
     EXPECT_FALSE(std::is_polymorphic_v<MonitorData>);
+}
+
+class LayoutOfService : public testing::Test {
+protected:
+    template <typename Field>
+    std::size_t offset(Field MonitorData::*field) const {
+        return static_cast<std::size_t>(reinterpret_cast<const char*>(&(service.*field)) -
+                                        reinterpret_cast<const char*>(&service));
+    }
+
+private:
+    SimulatedDesktop desktop{GetModuleHandleW(nullptr)};
+    const MonitorData service;
+};
+
+// Members that only the service itself uses follow behind these.
+TEST_F(LayoutOfService, begins_with_its_fields_in_the_given_order) {
+    constexpr std::size_t pointer = sizeof(void*);
+    constexpr std::size_t vector = sizeof(std::vector<int>);
+    EXPECT_EQ(offset(memberOf(WindowListField{})), 0u);
+    EXPECT_EQ(offset(memberOf(MonitorListField{})), pointer);
+    EXPECT_EQ(offset(memberOf(UseWindowListField{})), 2 * pointer);
+    EXPECT_EQ(offset(memberOf(WindowsField{})), 3 * pointer);
+    EXPECT_EQ(offset(memberOf(MonitorsField{})), 3 * pointer + vector);
+    EXPECT_EQ(offset(memberOf(LastMonitorUpdateField{})), 3 * pointer + 2 * vector);
 }
 
 // Module and runtime hand these records to each other, and may have been built apart.

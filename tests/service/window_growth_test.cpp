@@ -2,6 +2,7 @@
 #include "tests/simulated_desktop/simulated_desktop.h"
 #include "tests/support/allocations.h"
 #include "tests/support/module_under_test.h"
+#include "tests/windows/window_module_test.h"
 
 #include <gtest/gtest.h>
 
@@ -89,6 +90,19 @@ TEST_F(TenThousandWindows, make_one_more_no_dearer) {
     EXPECT_EQ(tenThousand->appearanceCalls, thousand->appearanceCalls);
     // The containers may have to grow.
     EXPECT_LE(tenThousand->appearanceRequests, thousand->appearanceRequests + 2);
+}
+
+class ComingAndGoingWindows : public WindowModuleTest {};
+
+TEST_F(ComingAndGoingWindows, leave_no_memory_behind_in_a_list_that_is_not_read) {
+    add(L"stays");
+    module.init();
+    destroy(show(titleOf(0)));
+    const Allocations allocations({module.image()});
+    for (std::size_t i = 0; i < 10'000; ++i) {
+        destroy(show(titleOf(i)));
+    }
+    EXPECT_LT(allocations.outstandingBytes(), 4096u);
 }
 
 } // namespace

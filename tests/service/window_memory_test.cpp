@@ -117,7 +117,7 @@ protected:
         EXPECT_EQ(desktop.comboBoxes.entries(box).size(), listed.size());
         EXPECT_EQ(log.lines.size(), failed ? 1u : 0u);
         for (const LogLine& line : log.lines) {
-            EXPECT_EQ(line.level, 4);
+            EXPECT_EQ(line.level, 5);
         }
     }
 

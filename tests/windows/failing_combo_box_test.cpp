@@ -1,4 +1,5 @@
 #include "tests/support/log_recorder.h"
+#include "tests/support/other_thread.h"
 #include "tests/support/private_member.h"
 #include "tests/windows/windows_test.h"
 
@@ -7,6 +8,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -45,7 +47,7 @@ protected:
 
     void expectOneLine(const char* reason) const {
         ASSERT_EQ(log.lines.size(), 1u);
-        EXPECT_EQ(log.lines[0].level, 4);
+        EXPECT_EQ(log.lines[0].level, 5);
         EXPECT_THAT(log.lines[0].text, HasSubstr(reason));
         EXPECT_FALSE(log.lines[0].flag);
     }
@@ -159,12 +161,80 @@ TEST_F(FailingComboBox, does_not_stop_later_events) {
     EXPECT_EQ(log.lines.size(), 1u);
 }
 
-TEST_F(FailingComboBox, is_logged_at_every_failure) {
+// Every event that sends a message fails while the combo boxes do.
+class SeriesOfFailedEvents : public FailingComboBox {
+protected:
+    void SetUp() override {
+        registerAll();
+        desktop.journal.failAll("SendMessageW", CB_ERR);
+        failAgain();
+        log.lines.clear();
+    }
+
+    void failAgain() {
+        desktop.eventHooks.deliver(shown, desktop.windows.add(L"c").handle);
+        desktop.eventHooks.deliver(destroyed, desktop.windows.order.back());
+    }
+};
+
+TEST_F(SeriesOfFailedEvents, is_one_line_of_the_log) {
+    failAgain();
+    failAgain();
+    EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(SeriesOfFailedEvents, ends_with_a_window_that_is_added) {
+    desktop.journal.dropPlans();
+    const HWND window = desktop.windows.add(L"d").handle;
+    desktop.eventHooks.deliver(shown, window);
+    desktop.journal.failAll("SendMessageW", CB_ERR);
+    failAgain();
+    expectOneLine("0xffffffff");
+}
+
+TEST_F(SeriesOfFailedEvents, ends_with_a_window_that_is_removed) {
+    desktop.journal.dropPlans();
+    desktop.eventHooks.deliver(destroyed, a.handle);
+    desktop.journal.failAll("SendMessageW", CB_ERR);
+    failAgain();
+    expectOneLine("0xffffffff");
+}
+
+TEST_F(SeriesOfFailedEvents, ends_with_a_window_that_is_looked_at_and_refused) {
+    SimulatedWindow& disabled = desktop.windows.add(L"disabled");
+    disabled.style |= WS_DISABLED;
+    desktop.eventHooks.deliver(shown, disabled.handle);
+    failAgain();
+    expectOneLine("0xffffffff");
+}
+
+TEST_F(SeriesOfFailedEvents, ends_with_a_new_list) {
+    onAnotherThread([] { const WindowList other; });
+    failAgain();
+    expectOneLine("0xffffffff");
+}
+
+TEST_F(SeriesOfFailedEvents, goes_on_after_an_event_that_is_ignored) {
+    SimulatedWindow& untitled = desktop.windows.add(L"");
+    SimulatedWindow& part = desktop.windows.add(L"part");
+    part.root = b.handle;
+    desktop.eventHooks.deliver(renamed, b.handle);
+    desktop.eventHooks.deliver(shown, b.handle);
+    desktop.eventHooks.deliver(shown, untitled.handle);
+    desktop.eventHooks.deliver(shown, part.handle);
+    desktop.eventHooks.deliver(destroyed, part.handle);
+    failAgain();
+    EXPECT_THAT(log.lines, IsEmpty());
+}
+
+TEST_F(FailingComboBox, is_logged_by_the_next_event_when_the_line_cannot_be_written) {
     registerAll();
     desktop.journal.failAll("SendMessageW", CB_ERR);
-    desktop.eventHooks.deliver(shown, desktop.windows.add(L"c").handle);
+    desktop.journal.at("vllogger::log", 1, [] { throw std::bad_alloc(); });
     desktop.eventHooks.deliver(destroyed, a.handle);
-    EXPECT_EQ(log.lines.size(), 2u);
+    EXPECT_THAT(log.lines, IsEmpty());
+    desktop.eventHooks.deliver(destroyed, b.handle);
+    expectOneLine("0xffffffff");
 }
 
 // What a window calls itself may be confidential.
@@ -178,8 +248,10 @@ protected:
         desktop.journal.at("GetWindowTextW", 1, [=] { throw exception; });
         desktop.eventHooks.deliver(shown, window);
         EXPECT_THAT(log.lines,
-                    ElementsAre(LogLine{4, "A window event could not be handled: " + reason}));
+                    ElementsAre(LogLine{5, "A window event could not be handled: " + reason}));
         EXPECT_THAT(titlesOf(list), ElementsAre(L"a", L"b"));
+        desktop.eventHooks.deliver(shown, window);
+        desktop.eventHooks.deliver(destroyed, window);
     }
 };
 

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
 namespace tests {
 namespace {
 
@@ -138,6 +140,40 @@ TEST_F(WindowEvent, moves_later_windows_up_when_one_is_destroyed) {
     desktop.eventHooks.deliver(destroyed, handles[2]);
     EXPECT_THAT(titlesOf(list), ElementsAre(L"0", L"1", L"3", L"4"));
     EXPECT_THAT(handlesOf(list), ElementsAre(handles[0], handles[1], handles[3], handles[4]));
+}
+
+// The thread that retrieves messages may be between a call of its own and its GetLastError.
+TEST_F(WindowEvent, leaves_the_last_error_as_it_was) {
+    SimulatedWindow& listed = desktop.windows.add(L"listed");
+    const WindowList list;
+    SimulatedWindow& refused = desktop.windows.add(L"refused");
+    refused.visible = false;
+    SimulatedWindow& dead = desktop.windows.add(L"dead");
+    dead.alive = false;
+    SimulatedWindow& added = desktop.windows.add(L"added");
+    const auto expectKept = [&](DWORD event, const SimulatedWindow& window) {
+        SetLastError(77);
+        deliver(event, window);
+        EXPECT_EQ(GetLastError(), 77u) << "event " << event << ", window " << window.handle;
+    };
+    for (const DWORD event : {shown, uncloaked, renamed, destroyed}) {
+        for (const SimulatedWindow* const window : {&refused, &dead, &added, &listed}) {
+            expectKept(event, *window);
+        }
+    }
+    desktop.journal.at("GetWindowTextW", 1, [] {
+        SetLastError(5);
+        throw std::runtime_error("planned");
+    });
+    expectKept(shown, added);
+}
+
+TEST_F(WindowEvent, leaves_the_last_error_as_it_was_on_a_thread_without_a_list) {
+    { const WindowList list; }
+    const SimulatedEventHook& hook = desktop.eventHooks.all.at(0);
+    SetLastError(77);
+    hook.procedure(hook.handle, destroyed, nullptr, OBJID_WINDOW, CHILDID_SELF, hook.thread, 0);
+    EXPECT_EQ(GetLastError(), 77u);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "monitor/windows/window_info.h"
 #include "tests/support/allocations.h"
+#include "tests/support/import_redirect.h"
 #include "tests/windows/windows_test.h"
 
 #include <gmock/gmock.h>
@@ -53,6 +54,22 @@ TEST_F(WindowRecord, holds_a_class_name_of_255_units_whole) {
 TEST_F(WindowRecord, of_an_untitled_window_has_an_empty_title) {
     window.title.clear();
     EXPECT_EQ(read().title, L"");
+}
+
+int unitsOfText = -1;
+
+int WINAPI noteUnits(HWND, LPWSTR, int units) {
+    unitsOfText = units;
+    return 0;
+}
+
+TEST_F(WindowRecord, reads_the_text_of_an_untitled_window_too_without_room) {
+    window.title.clear();
+    const ImportRedirect redirect(GetModuleHandleW(nullptr), "GetWindowTextW",
+                                  addressOf(noteUnits));
+    unitsOfText = -1;
+    read();
+    EXPECT_EQ(unitsOfText, 0);
 }
 
 TEST_F(WindowRecord, takes_a_failed_length_query_for_no_title) {

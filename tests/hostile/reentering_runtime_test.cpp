@@ -1,0 +1,161 @@
+#include "tests/hostile/poisoned_memory.h"
+#include "tests/service/status_check.h"
+#include "tests/support/module_test.h"
+#include "tests/support/service_members.h"
+
+#include <gmock/gmock.h>
+
+#include <chrono>
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+namespace tests {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// A runtime that asks the module something while the module updates the runtime's list.
+class ReenteringRuntime : public RunningModuleTest {
+protected:
+    // Runs the action at every call of the core's function from now on.
+    void atEvery(const std::string& function, const std::function<void()>& action) {
+        desktop.journal.at("VorlenCore::" + function, 1, [this, function, action] {
+            if (++depth > 3) {
+                throw std::logic_error("the update recurses");
+            }
+            atEvery(function, action);
+            action();
+            --depth;
+        });
+    }
+
+    int listed() const { return module.exports->getMonitorList(nullptr, 0); }
+
+    void expectThreeMonitorsReadOnce() {
+        EXPECT_EQ(desktop.journal.count("EnumDisplayMonitors"), 1u);
+        EXPECT_EQ(module.runtime.monitorItems().size(), 3u);
+        desktop.journal.dropPlans();
+        desktop.journal.clear();
+        EXPECT_EQ(listed(), 3);
+        EXPECT_THAT(desktop.displayCalls(), IsEmpty()) << "the update counts as complete";
+    }
+
+    int depth = 0;
+};
+
+TEST_F(ReenteringRuntime, gets_the_list_as_far_as_an_update_has_come) {
+    std::vector<int> answers;
+    atEvery("AddMonitorItem", [&] { answers.push_back(listed()); });
+    module.exports->updateMonitorList();
+    EXPECT_THAT(answers, ElementsAre(1, 2, 3));
+    expectThreeMonitorsReadOnce();
+}
+
+TEST_F(ReenteringRuntime, gets_an_empty_list_while_its_own_is_cleared) {
+    std::vector<int> answers;
+    atEvery("ClearMonitorList", [&] { answers.push_back(listed()); });
+    module.exports->updateMonitorList();
+    EXPECT_THAT(answers, ElementsAre(0));
+    expectThreeMonitorsReadOnce();
+}
+
+TEST_F(ReenteringRuntime, is_answered_while_a_stale_list_is_updated) {
+    desktop.clock.advance(1s);
+    atEvery("AddMonitorItem", [&] {
+        listed();
+        module.exports->getMonitorModelName();
+        module.exports->getMonitorRect();
+        module.exports->checkMonitorStatus();
+    });
+    EXPECT_EQ(listed(), 3);
+    expectThreeMonitorsReadOnce();
+}
+
+TEST_F(ReenteringRuntime, starts_no_second_update_while_one_runs) {
+    atEvery("AddMonitorItem", [&] { module.exports->updateMonitorList(); });
+    module.exports->updateMonitorList();
+    expectThreeMonitorsReadOnce();
+}
+
+TEST_F(ReenteringRuntime, that_fails_after_a_question_leaves_an_unfinished_update) {
+    desktop.journal.at("VorlenCore::AddMonitorItem", 2, [&] {
+        EXPECT_EQ(listed(), 2);
+        throw std::runtime_error("planned");
+    });
+    EXPECT_THROW(module.exports->updateMonitorList(), std::runtime_error);
+    desktop.journal.clear();
+    EXPECT_EQ(listed(), 3);
+    expectThreeMonitorsReadOnce();
+}
+
+class ReenteringRuntimeWithPoison : public ReenteringRuntime {
+protected:
+    const PoisonedMemory poison{module.image()};
+};
+
+TEST_F(ReenteringRuntimeWithPoison, may_have_the_threads_list_read_while_it_is_given_monitors) {
+    desktop.journal.at("VorlenCore::AddMonitorItem", 1, [&] {
+        for (int i = 0; i < 50; ++i) {
+            desktop.addMonitor(L"late " + std::to_wstring(i), L"name", smallMode);
+        }
+        module.windowEnumWrapper().updateMonitorList();
+        desktop.monitors.all.clear();
+        module.windowEnumWrapper().updateMonitorList();
+    });
+    module.exports->updateMonitorList();
+    EXPECT_EQ(module.runtime.monitorItems().size(), 3u);
+    EXPECT_EQ(cachedMonitors(service()).size(), 3u);
+    EXPECT_EQ(cachedMonitors(service())[2].deviceName, display3);
+}
+
+class ReenteringStatusCheck : public StatusCheckTest {
+protected:
+    void SetUp() override {
+        addOtherMonitor(fullHdAt60, LR"(\\.\DISPLAY-BESIDE-THE-KIT)");
+        addKitMonitor(uhdAt60, LR"(\\.\DISPLAY-OF-THE-KIT)");
+        module.init();
+    }
+
+    const PoisonedMemory poison{module.image()};
+};
+
+TEST_F(ReenteringStatusCheck, judges_the_list_that_it_began_with) {
+    desktop.journal.at("VorlenCore::GetVorlenModelName", 1, [&] {
+        for (int i = 0; i < 50; ++i) {
+            desktop.addMonitor(L"late " + std::to_wstring(i), L"name", smallMode);
+        }
+        module.exports->updateMonitorList();
+    });
+    EXPECT_TRUE(check());
+    EXPECT_EQ(status(), 16);
+    EXPECT_EQ(judged(), LR"(\\.\DISPLAY-OF-THE-KIT)");
+}
+
+TEST_F(ReenteringStatusCheck, survives_a_list_that_is_empty_while_the_runtime_is_asked) {
+    desktop.journal.at("VorlenCore::GetVorlenModelName", 1, [&] {
+        desktop.monitors.all.clear();
+        module.exports->updateMonitorList();
+    });
+    EXPECT_FALSE(check());
+    EXPECT_EQ(status(), 17);
+}
+
+// The log hands each line to a callback of the host.
+TEST_F(ReenteringStatusCheck, has_its_outcome_though_the_log_shuts_the_library_down) {
+    for (std::size_t line = 1; line <= 4; ++line) {
+        SCOPED_TRACE(line);
+        log.lines.clear();
+        desktop.journal.at("vllogger::log", line, [&] { module.cleanup(); });
+        EXPECT_TRUE(check());
+        EXPECT_EQ(status(), 16);
+        EXPECT_EQ(log.lines.size(), 4u);
+        EXPECT_EQ(module.exports->getMonitorData(), nullptr);
+        module.init();
+    }
+}
+
+} // namespace
+} // namespace tests
