@@ -2,36 +2,21 @@
 
 #include "monitor/display/enumeration.h"
 #include "monitor/platform/combo_box.h"
-#include "monitor/platform/thread_slot.h"
 
 #include <cstddef>
 #include <stdexcept>
 #include <string>
 
-namespace {
-
-// The calling thread's list. Made on first use, so that whoever made it use lives shorter.
-ThreadSlot<MonitorList>& instance() {
-    static ThreadSlot<MonitorList> slot;
-    return slot;
-}
-
-} // namespace
-
 MonitorList::MonitorList(bool includeAll) {
-    if (instance().Get() != nullptr) {
+    if (Get() != nullptr) {
         throw std::logic_error("MonitorList already exists for this thread!");
     }
-    instance().Set(this);
+    instance.Bind(*this);
     includeAllDisplays = includeAll;
 }
 
-MonitorList::~MonitorList() {
-    instance().Clear();
-}
-
 MonitorList* MonitorList::Get() {
-    return instance().Get();
+    return ThreadObject<MonitorList>::Get();
 }
 
 // Intended: combo boxes show the monitors of the moment they were registered.

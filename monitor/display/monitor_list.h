@@ -1,6 +1,7 @@
 #pragma once
 
 #include "monitor/display/monitor_info.h"
+#include "monitor/platform/thread_object.h"
 
 #include <vector>
 
@@ -11,7 +12,6 @@ public:
     // Becomes the calling thread's list; throws std::exception when the thread has one already. The
     // list stays empty until the first Update. includeAllDisplays: see EnumerateAllMonitors.
     explicit MonitorList(bool includeAllDisplays);
-    ~MonitorList();
     MonitorList(const MonitorList&) = delete;
     MonitorList& operator=(const MonitorList&) = delete;
 
@@ -39,4 +39,5 @@ private:
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
     std::vector<MonitorInfo> monitors;
     bool includeAllDisplays = false;
+    ThreadObject<MonitorList> instance; // last, so that the thread's list is cleared first
 };

@@ -1,12 +1,15 @@
 #pragma once
 
+#include "monitor/platform/image.h"
 #include "monitor/platform/last_error.h"
 
 #include <windows.h>
 
 #include <utility>
 
-// Owns a window-event hook. Releasing it leaves the thread's last-error value as it was.
+// Owns a window-event hook. Releasing it leaves the thread's last-error value as it was. Windows
+// lets only the thread that installed a hook release it: a hook that is released on another thread
+// stays until that thread ends, and keeps this image loaded for good.
 class EventHook {
 public:
     EventHook() = default;
@@ -28,7 +31,9 @@ private:
     void Release() {
         if (hook != nullptr) {
             const LastErrorKeeper lastErrorKeeper;
-            UnhookWinEvent(hook);
+            if (UnhookWinEvent(hook) == FALSE) {
+                pinThisImage(); // Windows may still call the hook's procedure
+            }
         }
     }
 

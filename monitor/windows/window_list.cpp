@@ -2,7 +2,6 @@
 
 #include "monitor/platform/combo_box.h"
 #include "monitor/platform/last_error.h"
-#include "monitor/platform/thread_slot.h"
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
 
@@ -14,12 +13,6 @@
 
 namespace {
 
-// The calling thread's list. Made on first use, so that whoever made it use lives shorter.
-ThreadSlot<WindowList>& instance() {
-    static ThreadSlot<WindowList> slot;
-    return slot;
-}
-
 struct Seeding {
     WindowList& list;
     std::exception_ptr failure;
@@ -28,25 +21,15 @@ struct Seeding {
 } // namespace
 
 WindowList::WindowList() {
-    delete instance().Get();
-    instance().Set(this);
-    try {
-        Seed();
-    } catch (...) {
-        instance().Clear();
-        throw;
-    }
+    delete Get();
+    instance.Bind(*this);
+    Seed();
     hook = EventHook(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent,
                                      0, 0, WINEVENT_OUTOFCONTEXT));
 }
 
-WindowList::~WindowList() {
-    hook = EventHook();
-    instance().Clear();
-}
-
 WindowList* WindowList::Get() {
-    return instance().Get();
+    return ThreadObject<WindowList>::Get();
 }
 
 void WindowList::Seed() {
@@ -99,21 +82,21 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
 
 // Whether a window was removed.
 bool WindowList::HandleDestruction(HWND hwnd) {
-    WindowList* const list = instance().Get();
+    WindowList* const list = Get();
     return list != nullptr && list->RemoveWindow(hwnd);
 }
 
 // Whether the window was looked at. Asking for its title may run a window procedure of the host,
 // which may destroy or replace the list: the window goes to the list that the thread has then.
 bool WindowList::HandleAppearance(HWND hwnd) {
-    const WindowList* const list = instance().Get();
+    const WindowList* const list = Get();
     if (list == nullptr || list->IsListed(hwnd) || GetAncestor(hwnd, GA_ROOT) != hwnd ||
         GetWindowTextLengthW(hwnd) < 1) {
         return false;
     }
     const WindowInfo info(hwnd);
     if (IsCapturableWindow(info)) {
-        if (WindowList* const current = instance().Get()) {
+        if (WindowList* const current = Get()) {
             current->AddWindow(info);
         }
     }

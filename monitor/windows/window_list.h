@@ -1,5 +1,6 @@
 #pragma once
 
+#include "monitor/platform/thread_object.h"
 #include "monitor/windows/appearance_order.h"
 #include "monitor/windows/event_hook.h"
 #include "monitor/windows/window_info.h"
@@ -23,7 +24,6 @@ public:
     // hook; a list that the thread has already is deleted first. Without a hook, should the system
     // refuse it, the list stays as read. A failure leaves neither hook nor thread's list behind.
     WindowList();
-    ~WindowList();
     WindowList(const WindowList&) = delete;
     WindowList& operator=(const WindowList&) = delete;
 
@@ -67,6 +67,8 @@ private:
     mutable std::unordered_map<HWND, std::size_t> places{8}; // of the listed ones, in windows
     mutable AppearanceOrder order;                           // of these places
     std::uint64_t revision = 0;
+    // Last, so that the hook is released first, then the thread's list cleared.
+    ThreadObject<WindowList> instance;
     EventHook hook;
     // Expires with the list, for functions of the list that run code of the host.
     std::shared_ptr<void> lifetime = std::make_shared<char>();

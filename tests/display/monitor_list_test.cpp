@@ -1,10 +1,12 @@
 #include "monitor/display/monitor_list.h"
 #include "tests/display/display_test.h"
+#include "tests/support/account.h"
 #include "tests/support/other_thread.h"
 
 #include <gmock/gmock.h>
 
 #include <exception>
+#include <memory>
 #include <string>
 
 namespace tests {
@@ -49,6 +51,25 @@ TEST_F(MonitorListOfThread, is_forgotten_when_it_is_destroyed) {
     EXPECT_EQ(MonitorList::Get(), nullptr);
     const MonitorList next(false);
     EXPECT_EQ(MonitorList::Get(), &next);
+}
+
+TEST_F(MonitorListOfThread, is_not_found_once_it_was_destroyed_on_another_thread) {
+    expectBlocksLeft(1); // its entry, until the program ends
+    auto list = std::make_unique<MonitorList>(false);
+    onAnotherThread([&] { list.reset(); });
+    EXPECT_EQ(MonitorList::Get(), nullptr);
+    const MonitorList next(false);
+    EXPECT_EQ(MonitorList::Get(), &next);
+}
+
+TEST_F(MonitorListOfThread, is_cleared_by_any_list_that_the_thread_destroys) {
+    expectBlocksLeft(1); // the entry of the first list, until the program ends
+    auto list = std::make_unique<MonitorList>(false);
+    onAnotherThread([&] {
+        const MonitorList own(false);
+        list.reset();
+        EXPECT_EQ(MonitorList::Get(), nullptr);
+    });
 }
 
 class MonitorListContent : public DisplayTest {

@@ -116,5 +116,88 @@ TEST_F(CallsOfAStranger, with_an_event_are_not_handled) {
     EXPECT_EQ(module.windowEnumWrapper().getWindowHandle(0), listed);
 }
 
+// What only the service thread may do, done by another: the service thread goes on without its
+// lists, and can make new ones. Its hook stays until it ends.
+class ServiceOfAWrongThread : public RunningModuleTest {
+protected:
+    void SetUp() override {
+        a = desktop.windows.add(L"a").handle;
+        RunningModuleTest::SetUp();
+        desktop.eventHooks.releasesToRefuse = 1;
+        desktop.eventHooks.leftInstalled = 1;
+    }
+
+    void cleanUpOnAnotherThread() {
+        onAnotherThread([this] { module.cleanup(); });
+        desktop.journal.clear();
+    }
+
+    void switchWindowsOffOnAnotherThread() {
+        onAnotherThread([this] { module.monitorWrapper().useWindowList(false); });
+        desktop.journal.clear();
+    }
+
+    // An event reaches the hook that stayed, too.
+    HWND show(const wchar_t* title) {
+        const HWND window = desktop.windows.add(title).handle;
+        desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window);
+        return window;
+    }
+
+    const vorlen::WindowEnumWrapper& table() const { return module.windowEnumWrapper(); }
+
+    HWND a = nullptr;
+};
+
+TEST_F(ServiceOfAWrongThread, that_cleans_up_leaves_no_list_to_the_service_thread) {
+    cleanUpOnAnotherThread();
+    const HWND box = desktop.comboBoxes.add({L"left over"});
+    table().updateMonitorList();
+    table().registerWindowComboBox(box);
+    table().registerMonitorComboBox(box);
+    EXPECT_EQ(table().getWindowHandle(0), nullptr);
+    EXPECT_EQ(table().getMonitorHandle(0), nullptr);
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+}
+
+TEST_F(ServiceOfAWrongThread, that_cleans_up_leaves_events_to_nothing) {
+    cleanUpOnAnotherThread();
+    show(L"b");
+    desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, a);
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+}
+
+TEST_F(ServiceOfAWrongThread, that_cleans_up_does_not_prevent_the_next_init) {
+    cleanUpOnAnotherThread();
+    module.init();
+    EXPECT_EQ(table().getWindowHandle(0), a);
+    EXPECT_EQ(table().getMonitorHandle(2), desktop.monitors.all[2].handle);
+    const HWND b = show(L"b");
+    EXPECT_EQ(table().getWindowHandle(1), b);
+    EXPECT_EQ(table().getWindowHandle(2), nullptr);
+}
+
+TEST_F(ServiceOfAWrongThread, that_switches_windows_off_leaves_no_list_of_them) {
+    switchWindowsOffOnAnotherThread();
+    EXPECT_EQ(table().getWindowHandle(0), nullptr);
+    show(L"b");
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_EQ(table().getMonitorHandle(0), desktop.monitors.all[0].handle);
+}
+
+TEST_F(ServiceOfAWrongThread, that_switches_windows_off_lets_them_be_switched_on_again) {
+    switchWindowsOffOnAnotherThread();
+    module.monitorWrapper().useWindowList(true);
+    const HWND b = show(L"b");
+    EXPECT_EQ(table().getWindowHandle(0), a);
+    EXPECT_EQ(table().getWindowHandle(1), b);
+    EXPECT_EQ(table().getWindowHandle(2), nullptr);
+}
+
+TEST_F(ServiceOfAWrongThread, that_leaves_the_hook_keeps_the_library_loaded) {
+    cleanUpOnAnotherThread();
+    EXPECT_EQ(desktop.eventHooks.imagePins, 1u);
+}
+
 } // namespace
 } // namespace tests

@@ -1,9 +1,13 @@
 #include "monitor/service/ui_records.h"
 #include "tests/support/module_test.h"
+#include "tests/support/signal.h"
 
 #include <gmock/gmock.h>
 
+#include <array>
 #include <functional>
+#include <thread>
+#include <vector>
 
 namespace tests {
 namespace {
@@ -111,6 +115,31 @@ TEST_P(WithoutService, the_threads_lists_are_not_there) {
     EXPECT_EQ(table.getMonitorHandle(0), nullptr);
     EXPECT_EQ(table.getWindowHandle(0), nullptr);
     EXPECT_EQ(desktop.comboBoxes.entries(box).size(), 1u);
+}
+
+// For the first time: each test loads the library anew.
+TEST_P(WithoutService, empty_lists_are_the_same_for_threads_that_ask_at_once) {
+    using Addresses = std::array<const void*, 4>;
+    const vorlen::MonitorWrapper& table = module.monitorWrapper();
+    std::vector<Addresses> seen(8);
+    Gate allReady(static_cast<int>(seen.size()));
+    std::vector<std::thread> threads;
+    for (Addresses& addresses : seen) {
+        threads.emplace_back([&] {
+            allReady.pass();
+            const auto& windows = table.getWindowList();
+            const auto& monitors = table.getMonitorList();
+            const auto& models = table.getVorlenModelName("device");
+            const auto& modelsOfWide = table.getVorlenModelNameWide(L"device");
+            EXPECT_TRUE(windows.empty() && monitors.empty());
+            EXPECT_TRUE(models.empty() && modelsOfWide.empty());
+            addresses = {&windows, &monitors, &models, &modelsOfWide};
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_THAT(seen, testing::Each(seen.front()));
 }
 
 INSTANTIATE_TEST_SUITE_P(States, WithoutService,

@@ -9,7 +9,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <new>
+#include <string>
 
 namespace tests {
 namespace {
@@ -124,6 +127,82 @@ TEST_F(Service, hands_out_the_cores_own_answers) {
     EXPECT_EQ(service.GetVorlenCameraNameByVorlenModelName("model"), core.cameraName.c_str());
     EXPECT_EQ(service.GetVorlenCameraNameByVorlenModelName(L"model"), core.cameraName.c_str());
 }
+
+// A member of the service that needs the core, and how often it asks for it in one call.
+struct CoreUser {
+    const char* name;
+    void (*call)(MonitorData& service);
+    std::ptrdiff_t questions = 1;
+};
+
+class ServiceMember : public Service, public testing::WithParamInterface<CoreUser> {
+protected:
+    std::ptrdiff_t questionsOfOneCall(MonitorData& service) {
+        desktop.journal.clear();
+        GetParam().call(service);
+        const auto names = core.names();
+        return std::count(names.begin(), names.end(), "Instance");
+    }
+};
+
+TEST_P(ServiceMember, asks_for_the_core_in_each_call) {
+    MonitorData service;
+    EXPECT_EQ(questionsOfOneCall(service), GetParam().questions);
+    EXPECT_EQ(questionsOfOneCall(service), GetParam().questions);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Members, ServiceMember,
+    testing::Values(CoreUser{"UpdateMonitorList", [](auto& s) { s.UpdateMonitorList(); }, 3},
+                    CoreUser{"GetCurrentMonitorName",
+                             [](auto& s) {
+                                 s.GetCurrentMonitorName();
+                             }},
+                    CoreUser{"SetCurrentMonitorName",
+                             [](auto& s) {
+                                 s.SetCurrentMonitorName("name");
+                             }},
+                    CoreUser{"SetCurrentMonitorNameWide",
+                             [](auto& s) {
+                                 s.SetCurrentMonitorName(L"name");
+                             }},
+                    CoreUser{"GetCurrentMonitorRect",
+                             [](auto& s) {
+                                 s.GetCurrentMonitorRect();
+                             }},
+                    CoreUser{"GetMonitorModelName",
+                             [](auto& s) {
+                                 s.GetMonitorModelName();
+                             }},
+                    CoreUser{"SetMonitorModelName",
+                             [](auto& s) {
+                                 s.SetMonitorModelName("model");
+                             }},
+                    CoreUser{"GetVorlenModelName",
+                             [](auto& s) {
+                                 s.GetVorlenModelName("device");
+                             }},
+                    CoreUser{"GetVorlenModelNameWide",
+                             [](auto& s) {
+                                 s.GetVorlenModelName(L"device");
+                             }},
+                    CoreUser{"SetVorlenModelName",
+                             [](auto& s) {
+                                 s.SetVorlenModelName("model");
+                             }},
+                    CoreUser{"SetVorlenModelNameWide",
+                             [](auto& s) {
+                                 s.SetVorlenModelName(L"model");
+                             }},
+                    CoreUser{"GetCameraName",
+                             [](auto& s) {
+                                 s.GetVorlenCameraNameByVorlenModelName("model");
+                             }},
+                    CoreUser{"GetCameraNameWide",
+                             [](auto& s) {
+                                 s.GetVorlenCameraNameByVorlenModelName(L"model");
+                             }}),
+    [](const auto& member) { return std::string(member.param.name); });
 
 } // namespace
 } // namespace tests

@@ -43,6 +43,17 @@ TEST_F(WindowTracking, leaves_the_last_snapshot_when_it_is_switched_off) {
     EXPECT_EQ(titles(), before);
 }
 
+TEST_F(WindowTracking, leaves_handles_and_class_names_when_it_is_switched_off) {
+    titles();
+    useWindowList(false);
+    destroy(desktop.windows.order[0]);
+    ASSERT_EQ(windowList().size(), 2u);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(windowList()[i].hwnd, desktop.windows.order[i]);
+        EXPECT_EQ(windowList()[i].className, L"ApplicationWindow");
+    }
+}
+
 TEST_F(WindowTracking, takes_no_snapshot_of_its_own_when_it_is_switched_off) {
     titles();
     show(L"c");

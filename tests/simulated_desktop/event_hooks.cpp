@@ -9,6 +9,7 @@ namespace tests {
 EventHooks::EventHooks(Redirects& redirects, Journal& calls) : journal(calls) {
     redirects.replace<decltype(SetWinEventHook)>("SetWinEventHook", install);
     redirects.replace<decltype(UnhookWinEvent)>("UnhookWinEvent", release);
+    redirects.replace<decltype(GetModuleHandleExW)>("GetModuleHandleExW", findImage);
 }
 
 EventHooks::~EventHooks() {
@@ -57,6 +58,10 @@ WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
     const auto hook = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
         return candidate.handle == handle && !candidate.released;
     });
+    if (hook != all.end() && hook->thread != GetCurrentThreadId() && get().releasesToRefuse > 0) {
+        --get().releasesToRefuse;
+        return FALSE;
+    }
     if (hook == all.end() || hook->thread != GetCurrentThreadId()) {
         ADD_FAILURE() << "no hook of this thread was installed under the handle " << handle;
         return FALSE;
@@ -66,6 +71,16 @@ WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
     }
     hook->released = true;
     return TRUE;
+}
+
+// A pinned image would stay for the tests that follow.
+WINBOOL WINAPI EventHooks::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
+    if ((flags & GET_MODULE_HANDLE_EX_FLAG_PIN) != 0) {
+        ++get().imagePins;
+        flags = (flags & ~DWORD{GET_MODULE_HANDLE_EX_FLAG_PIN}) |
+                GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    }
+    return GetModuleHandleExW(flags, address, image);
 }
 
 } // namespace tests

@@ -34,6 +34,13 @@ public:
     // How many hooks the test leaves installed on purpose.
     std::size_t leftInstalled = 0;
 
+    // How many releases a test makes on another thread than that of the hook, which are refused.
+    // Any more are a failure of the test.
+    std::size_t releasesToRefuse = 0;
+
+    // How often the image has asked to be kept loaded for good, which it is not.
+    std::size_t imagePins = 0;
+
     // Hands the event to the hooks of the calling thread, in the order of their installation. Any
     // event, also one outside their range: that is checked when a hook is installed.
     void deliver(DWORD event, HWND window, LONG object = OBJID_WINDOW, LONG child = CHILDID_SELF);
@@ -50,6 +57,7 @@ private:
                                         WINEVENTPROC procedure, DWORD process, DWORD thread,
                                         DWORD flags);
     static WINBOOL WINAPI release(HWINEVENTHOOK handle);
+    static WINBOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
 
     Journal& journal;
 };

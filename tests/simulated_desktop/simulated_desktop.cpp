@@ -12,7 +12,8 @@ const std::set<std::string> SimulatedDesktop::windowFunctions = {
     "DwmGetWindowAttribute", "EnumWindows",     "GetAncestor",
     "GetClassNameW",         "GetShellWindow",  "GetWindowLongW",
     "GetWindowTextLengthW",  "GetWindowTextW",  "IsWindow",
-    "IsWindowVisible",       "SetWinEventHook", "UnhookWinEvent"};
+    "IsWindowVisible",       "SetWinEventHook", "UnhookWinEvent",
+    "GetModuleHandleExW"};
 
 const std::set<std::string> SimulatedDesktop::wmiFunctions = {
     "CoCreateInstance",      "CoInitializeEx",     "CoInitializeSecurity",

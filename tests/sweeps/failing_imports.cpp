@@ -55,7 +55,9 @@ WINBOOL WINAPI FailingImports::findImage(DWORD flags, LPCWSTR address, HMODULE* 
         SetLastError(static_cast<DWORD>(*error));
         return FALSE;
     }
-    return GetModuleHandleExW(flags, address, image);
+    // The simulated desktop's.
+    auto* const find = reinterpret_cast<decltype(findImage)*>(get().imageRedirect.original());
+    return find(flags, address, image);
 }
 
 } // namespace tests

@@ -52,6 +52,17 @@ TEST_F(HookOwner, leaves_the_last_error_as_it_was_also_when_the_release_fails) {
     EXPECT_EQ(desktop.journal.count("UnhookWinEvent"), 1u);
 }
 
+TEST_F(HookOwner, keeps_the_image_loaded_when_the_release_fails) {
+    { const EventHook hook = install(); }
+    EXPECT_EQ(desktop.eventHooks.imagePins, 0u);
+    {
+        const EventHook hook = install();
+        desktop.journal.fail("UnhookWinEvent");
+        desktop.eventHooks.leftInstalled = 1;
+    }
+    EXPECT_EQ(desktop.eventHooks.imagePins, 1u);
+}
+
 TEST_F(HookOwner, releases_nothing_when_it_owns_nothing) {
     {
         const EventHook none;

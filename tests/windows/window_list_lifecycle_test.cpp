@@ -1,8 +1,10 @@
+#include "tests/support/account.h"
 #include "tests/support/other_thread.h"
 #include "tests/windows/windows_test.h"
 
 #include <gmock/gmock.h>
 
+#include <memory>
 #include <type_traits>
 
 namespace tests {
@@ -61,6 +63,36 @@ TEST_F(WindowListOfThread, leaves_its_combo_boxes_to_nobody_when_a_second_follow
     EXPECT_THAT(desktop.comboBoxes.entries(box), IsEmpty());
 }
 
+TEST_F(WindowListOfThread, is_set_before_the_windows_are_enumerated) {
+    const WindowList* seen = nullptr;
+    desktop.journal.at("EnumWindows", 1, [&] { seen = WindowList::Get(); });
+    const WindowList list;
+    EXPECT_EQ(seen, &list);
+}
+
+TEST_F(WindowListOfThread, is_cleared_by_any_list_that_the_thread_destroys) {
+    expectBlocksLeft(1); // the entry of the first list, until the program ends
+    desktop.eventHooks.releasesToRefuse = 1;
+    desktop.eventHooks.leftInstalled = 1;
+    auto list = std::make_unique<WindowList>();
+    onAnotherThread([&] {
+        const WindowList own;
+        list.reset();
+        EXPECT_EQ(WindowList::Get(), nullptr);
+    });
+}
+
+TEST_F(WindowListOfThread, is_not_found_once_it_was_destroyed_on_another_thread) {
+    expectBlocksLeft(1); // its entry, until the program ends
+    desktop.eventHooks.releasesToRefuse = 1;
+    desktop.eventHooks.leftInstalled = 1;
+    auto list = std::make_unique<WindowList>();
+    onAnotherThread([&] { list.reset(); });
+    EXPECT_EQ(WindowList::Get(), nullptr);
+    const WindowList next;
+    EXPECT_EQ(WindowList::Get(), &next);
+}
+
 TEST_F(WindowListOfThread, gets_the_events_of_its_own_thread_only) {
     const WindowList list;
     const HWND window = desktop.windows.add(L"a").handle;
@@ -84,6 +116,16 @@ TEST_F(WindowListHook, is_there_as_long_as_the_list) {
     }
     EXPECT_EQ(desktop.eventHooks.installed(), 0u);
     EXPECT_EQ(desktop.journal.count("UnhookWinEvent"), 1u);
+}
+
+TEST_F(WindowListHook, is_released_while_the_list_is_still_that_of_the_thread) {
+    auto list = std::make_unique<WindowList>();
+    const WindowList* seen = nullptr;
+    desktop.journal.at("UnhookWinEvent", 1, [&] { seen = WindowList::Get(); });
+    const auto* const expected = list.get();
+    list.reset();
+    EXPECT_EQ(seen, expected);
+    EXPECT_EQ(WindowList::Get(), nullptr);
 }
 
 TEST_F(WindowListHook, leaves_the_last_error_as_it_was_when_it_is_released) {
