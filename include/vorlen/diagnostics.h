@@ -56,7 +56,6 @@ VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
  * table switches the list on again. Where the system refuses the new event hook, the result is
  * true and the list stays as it was read: another restart tries again.
  *
- * Do not call it while the list updates a combo box, which means in the control's own procedure.
  * Waits for the threads of the host's own windows, as Vorlen_Initialize() does.
  */
 VORLEN_MONITOR_API bool restartWindowList(void);

@@ -18,12 +18,12 @@
  * of the runtime leave as C++ exceptions, which only a C++ host built with the library's toolchain
  * can catch. With GCC and Clang, std::uncaught_exceptions() of that thread counts one too few in
  * the host after each exception that it has caught from the library: compare two of its values, and
- * do not use a value alone. COM: a host that sets the security of its process
- * (CoInitializeSecurity) does so before Vorlen_Initialize(). The library sets it otherwise, to the
- * defaults, for the life of the process. Units: positions and sizes are physical pixels of the
- * current display mode in desktop coordinates, whatever the DPI awareness of the process; refresh
- * rates are whole hertz as the display driver reports them (59.94 Hz reads 59; 0 and 1 mean the
- * hardware's default).
+ * do not use a value alone.
+ * COM: a host that sets the security of its process (CoInitializeSecurity) does so before
+ * Vorlen_Initialize(). The library sets it otherwise, to the defaults, for the life of the process.
+ * Units: positions and sizes are physical pixels of the current display mode in desktop
+ * coordinates, whatever the DPI awareness of the process; refresh rates are whole hertz as the
+ * display driver reports them (59.94 Hz reads 59; 0 and 1 mean the hardware's default).
  */
 #ifndef VORLEN_MONITOR_H
 #define VORLEN_MONITOR_H
