@@ -24,6 +24,8 @@ const struct ServiceEnd {
         WindowList::Get();
     }
     ~ServiceEnd() { cleanupModule(); }
+    ServiceEnd(const ServiceEnd&) = delete;
+    ServiceEnd& operator=(const ServiceEnd&) = delete;
 } serviceEnd;
 
 } // namespace

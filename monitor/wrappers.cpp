@@ -26,7 +26,7 @@ public:
     }
 
 private:
-    alignas(std::vector<Record>) std::byte memory[sizeof(std::vector<Record>)];
+    alignas(std::vector<Record>) std::byte memory[sizeof(std::vector<Record>)]{};
 };
 
 const std::vector<ui::WindowInfo>& windowList() {

@@ -12,6 +12,7 @@ public:
     // Becomes the calling thread's list; throws std::exception when the thread has one already. The
     // list stays empty until the first Update. includeAllDisplays: see EnumerateAllMonitors.
     explicit MonitorList(bool includeAllDisplays);
+    ~MonitorList() = default;
     MonitorList(const MonitorList&) = delete;
     MonitorList& operator=(const MonitorList&) = delete;
 

@@ -3,7 +3,7 @@
 // Sets a flag, which must be clear, until its own end.
 class ScopedFlag {
 public:
-    explicit ScopedFlag(bool& marked) : flag(marked) { flag = true; }
+    explicit ScopedFlag(bool& marked) : flag(marked) { marked = true; }
     ~ScopedFlag() { flag = false; }
     ScopedFlag(const ScopedFlag&) = delete;
     ScopedFlag& operator=(const ScopedFlag&) = delete;

@@ -60,8 +60,8 @@ private:
     struct KeptEntries {
         KeptEntries() = default;
         ~KeptEntries() {
-            while (const std::unique_ptr<Entry> entry{first.load()}) {
-                first = entry->next;
+            while (const std::unique_ptr<Entry> kept{first.load()}) {
+                first = kept->next;
             }
         }
         KeptEntries(const KeptEntries&) = delete;

@@ -24,6 +24,7 @@ public:
     // hook; a list that the thread has already is deleted first. Without a hook, should the system
     // refuse it, the list stays as read. A failure leaves neither hook nor thread's list behind.
     WindowList();
+    ~WindowList() = default;
     WindowList(const WindowList&) = delete;
     WindowList& operator=(const WindowList&) = delete;
 
