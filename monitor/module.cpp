@@ -12,7 +12,7 @@ namespace vorlen {
 namespace {
 
 // Owned, but without a destructor: it is also read after the module's static objects have been
-// destroyed, by images that are unloaded, or told of the end of the process, later than this one.
+// destroyed, by images that are unloaded, or handle the end of the process, later than this one.
 MonitorData* service = nullptr;
 
 // Destroys a service that is still there when the library is unloaded or the process ends. At the

@@ -57,7 +57,7 @@ VORLEN_RUNTIME_API const WindowEnumWrapper* GetWindowEnumWrapper();
 extern "C" {
 
 // Called by a module while it is being loaded. Names are copied; functions are called on the
-// service thread, and no more once their module has been unloaded. A runtime must not call init
+// service thread, and never after their module has been unloaded. A runtime must not call init
 // while a module registers: Windows holds the loader's lock then, under which the thread that init
 // may start and wait for cannot start. Nor may it call cleanup, or let its callbacks do so, while
 // a function of the module runs.

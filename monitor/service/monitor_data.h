@@ -31,12 +31,12 @@ public:
     MonitorData& operator=(const MonitorData&) = delete;
 
     // Reads the monitors anew, replaces the cached list and the core's list by them, and notes the
-    // time. After a failure the time is as before, so that the next question reads anew. Does
+    // time. After a failure the time is as before, so that the next question reads again. Does
     // nothing while an update runs: the core may ask while it is given the monitors.
     void UpdateMonitorList();
 
-    // The cached monitors, read anew first when they are stale; valid until the next refresh. While
-    // an update runs, the monitors that it has handed to the core so far.
+    // The cached monitors, read again first when they are stale; valid until the next refresh.
+    // While an update runs, the monitors that it has handed to the core so far.
     const std::vector<ui::MonitorInfo>& GetMonitorList();
 
     // The core's name of the current monitor, after the same refresh. The core's text.
@@ -59,8 +59,8 @@ public:
     void SetVorlenModelName(const wchar_t* modelName);
 
     // Switches the live list of windows on or off. The last snapshot stays in place; a list that is
-    // switched on anew is read anew, in the system's order. While it is read, switching it on again
-    // does nothing, and switching it off leaves it off.
+    // switched on again is read again, in the system's order. While it is read, switching it on
+    // again does nothing, and switching it off leaves it off.
     void UseWindowList(bool use);
 
     // Brings the snapshot of the live list up to date; leaves it as it is while the list is off.

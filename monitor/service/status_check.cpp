@@ -60,7 +60,7 @@ void logOutcome(VLStatus status) {
 
 bool MonitorData::checkMonitorStatus() {
     RefreshMonitorListIfStale();
-    // A copy: the runtime and a callback of its log may have the list read anew, or check again.
+    // A copy: the runtime and a callback of its log may have the list read again, or check again.
     const std::vector<ui::MonitorInfo> candidates = monitors;
     const auto kitMonitor =
         std::find_if(candidates.begin(), candidates.end(), [this](const ui::MonitorInfo& monitor) {

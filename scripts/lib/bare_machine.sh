@@ -107,7 +107,7 @@ make_clone() {
     chroot "$system" chown --recursive "$1:$1" "$home/${clone%/*}"
 }
 
-# succeeds USER COMMAND...: runs it in the user's clone, with no more than a login would give.
+# succeeds USER COMMAND...: runs it in the user's clone, in the environment of a login.
 succeeds() {
     local who=$1 home status=0
     shift

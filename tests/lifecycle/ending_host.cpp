@@ -33,7 +33,7 @@ void require(bool condition, const char* expectation) {
     }
 }
 
-// Ahead of every handler: under Wine, a crash while an image is told of the end of the process goes
+// Ahead of every handler: under Wine, a crash while an image handles the end of the process goes
 // unnoticed otherwise.
 LONG CALLBACK endAtCrash(EXCEPTION_POINTERS* exception) {
     constexpr DWORD severity = 0xF0000000;
