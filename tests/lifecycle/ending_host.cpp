@@ -56,8 +56,7 @@ struct LoadedModule {
 };
 
 struct Images {
-    Library plugIn{
-        "lifecycle/plug_in.dll"}; // loaded before the products, and so told of the end later
+    Library plugIn{"lifecycle/plug_in.dll"}; // loaded before the products, and so ended after them
     std::unique_ptr<ShippedRuntime> runtime;
     std::unique_ptr<Library> recordingLibrary;
     RecordingRuntime* recordingRuntime = nullptr;
@@ -297,7 +296,7 @@ void unloadOnAnotherThread() {
     images().init();
     makeBlockedWindow();
     std::thread([] { images().module.reset(); }).join();
-    // The service thread goes on, and is told of whatever the hook was for.
+    // The service thread goes on, and still gets the events of the hook.
     NotifyWinEvent(EVENT_OBJECT_SHOW, blockedWindow, OBJID_WINDOW, CHILDID_SELF);
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {

@@ -117,7 +117,7 @@ TEST_P(WithoutService, the_threads_lists_are_not_there) {
     EXPECT_EQ(desktop.comboBoxes.entries(box).size(), 1u);
 }
 
-// For the first time: each test loads the library anew.
+// For the first time: each test loads the library again.
 TEST_P(WithoutService, empty_lists_are_the_same_for_threads_that_ask_at_once) {
     using Addresses = std::array<const void*, 4>;
     const vorlen::MonitorWrapper& table = module.monitorWrapper();

@@ -1,5 +1,5 @@
 // A plug-in of a host, which calls a function while its static objects are destroyed. Images that
-// were loaded after this one have been told of the end of the process by then.
+// were loaded after this one have handled the end of the process by then.
 
 namespace {
 

@@ -9,7 +9,7 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// What the list misses, because it goes by three events alone; hosts are told in vorlen/monitor.h.
+// What the list misses, because it goes by three events alone; vorlen/monitor.h says so to hosts.
 class WindowListLimits : public WindowsTest {};
 
 TEST_F(WindowListLimits, a_destroyed_caret_takes_its_window_off_until_it_is_shown_again) {
