@@ -13,3 +13,9 @@ own_scripts() {
     grep --files-with-matches --null --directories=skip --extended-regexp '^#!.*bash' \
         -- * .ci/* scripts/* scripts/lib/*
 }
+
+# Prints the Python files likewise: scripts whose first line names Python, and *.py.
+own_python() {
+    grep --files-with-matches --null --directories=skip --extended-regexp '^#!.*python3' -- scripts/*
+    find . \( -name build -o -name '.?*' \) -prune -o -type f -name '*.py' -print0
+}

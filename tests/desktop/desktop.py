@@ -14,7 +14,9 @@ RUN = PROJECT / "run"
 TIMEOUT_S = 120
 
 # Tells its environment, and ends when its standard input is closed.
-HOLD_OPEN = "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
+HOLD_OPEN = (
+    "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
+)
 
 
 class Desktop:

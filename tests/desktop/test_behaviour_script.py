@@ -39,7 +39,8 @@ def check(tmp_path):
 
 def test_tests_of_every_kind_are_found_without_their_parameters(check):
     checked = check(
-        "| One. | `Suite.is_right` `tests/desktop/test_x.py::test_a` |", "| Two. | `ctest:compiles` |"
+        "| One. | `Suite.is_right` `tests/desktop/test_x.py::test_a` |",
+        "| Two. | `ctest:compiles` |",
     )
     assert (checked.returncode, checked.stderr) == (0, "")
     assert checked.stdout == "2 behaviours, each with a test that ran\n"

@@ -29,9 +29,7 @@ def test_a_running_host_sees_an_output_go_and_come_back(desktop, host):
 def test_the_example_lists_both_outputs(desktop):
     listed = desktop.run("list_monitors.exe")
     assert (listed.returncode, listed.stderr) == (0, "")
-    line = re.compile(
-        r"\\\\\.\\DISPLAY\d+ \(Display\d+\): (.*), handle (0x[0-9a-f]+)\n", re.ASCII
-    )
+    line = re.compile(r"\\\\\.\\DISPLAY\d+ \(Display\d+\): (.*), handle (0x[0-9a-f]+)\n", re.ASCII)
     monitors = line.findall(listed.stdout)
     assert line.sub("", listed.stdout) == ""
     assert sorted(mode for mode, _ in monitors) == [

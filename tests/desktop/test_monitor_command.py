@@ -185,7 +185,10 @@ def test_version(outputs):
 @pytest.mark.parametrize(
     "arguments, expected",
     [
-        ((), "no command given; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help"),
+        (
+            (),
+            "no command given; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help",
+        ),
         (
             ("screens",),
             'unknown command "screens"; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help',

@@ -94,7 +94,9 @@ def test_a_shown_window_is_offered_with_its_texts(desktop, maker):
         "title": "shown é あ 😀",
         "className": CLASS_NAME,
     }
-    assert re.search(rf"^{hex(window)} +{CLASS_NAME} +shown é あ 😀$", answer(desktop, "windows"), re.M)
+    assert re.search(
+        rf"^{hex(window)} +{CLASS_NAME} +shown é あ 😀$", answer(desktop, "windows"), re.M
+    )
 
 
 def test_all_says_why_a_window_is_kept_out(desktop, maker):

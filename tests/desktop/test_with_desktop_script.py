@@ -64,7 +64,9 @@ def test_the_display_has_two_outputs_and_a_slow_mode(marked):
 
 def test_the_users_display_is_kept(marked, desktop):
     marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
-    assert run(marked, "sh", "-c", 'echo "$DISPLAY"').stdout.strip() == marked.environment["DISPLAY"]
+    assert (
+        run(marked, "sh", "-c", 'echo "$DISPLAY"').stdout.strip() == marked.environment["DISPLAY"]
+    )
 
 
 def test_a_desktop_inside_a_desktop_is_another_one(marked, desktop):
