@@ -9,7 +9,7 @@ import pytest
 from desktop import PROJECT
 
 STEPS = (
-    "behaviour", "boundary", "build", "coverage", "format", "install", "lint", "mistakes",
+    "behaviour", "boundary", "build", "coverage", "format", "install", "lint", "mistakes", "quotes",
     "with-desktop",
 )  # fmt: skip
 # Each notes how it was called; the one that runs the tests also does what ctest and pytest do.
