@@ -41,6 +41,7 @@ public:
     VORLEN_RUNTIME_API const std::string& GetMonitorModelName() const;
     VORLEN_RUNTIME_API void SetMonitorModelName(const std::string& name);
 
+    // Given: the name, although it takes that of a device.
     // The known models that the monitor with this device name carries in its friendly name, exactly
     // or as a part of it; empty when it carries none or is not listed.
     VORLEN_RUNTIME_API const std::vector<std::string>&

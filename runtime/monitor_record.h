@@ -5,6 +5,7 @@
 
 namespace vorlen {
 
+// Given: the name, and the order of the members.
 // One monitor as a module hands it to the core. The texts hold the low 8 bits of each UTF-16 unit.
 struct VORLEN_MONITOR_INFO {
     std::string deviceName;       // display device, such as \\.\DISPLAY1

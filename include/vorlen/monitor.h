@@ -80,7 +80,10 @@ typedef struct WindowListItem {
     VLChar16 className[VORLEN_MONITOR_TEXT_UNITS]; /* name of the window class */
 } WindowListItem;
 
-/* A monitor's top-left corner on the desktop and its size, in pixels; no right/bottom pair. */
+/*
+ * A monitor's top-left corner on the desktop and its size, in pixels; no right/bottom pair.
+ * Given: the kit's name for it, although C reserves such names.
+ */
 typedef struct _VLRect {
     int32_t x;
     int32_t y;
@@ -139,8 +142,8 @@ VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
 VORLEN_MONITOR_API int getWindowList(WindowListItem* items, int32_t capacity);
 
 /*
- * The name of the current monitor, as the runtime holds it (not the model's name, which
- * getVorlenMonitorModelName gives). NULL without a service.
+ * The name of the current monitor, as the runtime holds it. NULL without a service.
+ * Given: despite its name it does not return the model name, which getVorlenMonitorModelName does.
  *
  * The text belongs to the runtime and is valid until the runtime changes or drops it: copy it
  * before the next call. A monitor list that is 500 ms old or empty is read anew first.

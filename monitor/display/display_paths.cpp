@@ -63,7 +63,7 @@ DisplayPathInfo displayPathOf(HMONITOR monitor) {
 std::vector<DisplayPathInfo> getActiveDisplayPaths() {
     std::vector<DisplayPathInfo> result;
     PathArrays arrays;
-    // One attempt only: the next refresh of the list is never far.
+    // Intended: one attempt only. The next refresh of the list is never far.
     if (allocate(arrays) != ERROR_SUCCESS || fill(arrays) != ERROR_SUCCESS) {
         return result;
     }

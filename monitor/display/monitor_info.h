@@ -18,7 +18,7 @@ struct MonitorInfo {
     std::wstring friendlyName;    // name of the monitor's model; empty when no path matched
     std::wstring devicePath;      // device interface path; empty when no path matched
     std::wstring monitorId;       // serial number text of the monitor; empty when unknown
-    std::wstring reservedText;    // filled by nothing
+    std::wstring reservedText;    // Given: filled and read by nothing
     std::int32_t x = 0;           // left edge on the desktop, pixels
     std::int32_t y = 0;           // top edge on the desktop, pixels
     std::int32_t width = 0;       // pixels

@@ -75,6 +75,7 @@ public:
     // that is not UTF-16 leaves as std::range_error, with the outcome as it was. The core may have
     // the list read while it is asked: the check judges the list that it began with. The log may
     // destroy the service: the check completes all the same.
+    // Given: the lower-case name.
     bool checkMonitorStatus();
 
     // The monitor that the last check judged, as it is cached now; null when it judged none or the

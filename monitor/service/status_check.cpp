@@ -17,7 +17,7 @@ using log::level_enum;
 
 constexpr std::int32_t minimumWidth = 3840;
 constexpr std::int32_t minimumHeight = 2160;
-// One below what users are asked for: a monitor at 59.94 Hz reports 59.
+// Intended: one below what users are asked for. A monitor at 59.94 Hz reports 59.
 constexpr std::int32_t minimumRefreshRate = 59;
 
 log::vllogger* const logger = log::vllogger::instance();

@@ -35,6 +35,7 @@ void MonitorData::UseWindowList(bool use) {
     }
 }
 
+// Intended: the last snapshot stays in place while the list is off.
 void MonitorData::UpdateWindowList() {
     if (!windowList || !useWindowList || windowsRevision == windowList->GetRevision()) {
         return;

@@ -28,6 +28,7 @@ enum class level_enum : std::int32_t {
 // Called by the runtime for each line with the level's number and the text.
 using DebugCallback = void (*)(int level, const char* message);
 
+// Given: the names of the class and of its members.
 // A module's view of the runtime's logger, which owns sinks, format and threshold. Each image has
 // one object, reached through instance(). The runtime exports every member by its name.
 class vllogger {

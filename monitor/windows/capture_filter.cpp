@@ -22,7 +22,8 @@ bool hasStyle(const WindowInfo& info, int index, LONG style) {
     return (GetWindowLongW(info.hwnd, index) & style) != 0;
 }
 
-// Only the frames of packaged applications stay visible while the system hides them.
+// Intended: other windows may be cloaked. Only the frames of packaged applications stay visible
+// while the system hides them.
 bool canBeCloaked(const WindowInfo& info) {
     return equal(info.className, L"Windows.UI.Core.CoreWindow") ||
            equal(info.className, L"ApplicationFrameWindow");

@@ -4,8 +4,8 @@
 
 #include <string>
 
-// One top-level window as it was when the record was made; never refreshed. The strings keep the
-// zeros of the buffers that they were read into: compare and copy them up to their first zero.
+// One top-level window as it was when the record was made; never refreshed. Given: the strings keep
+// the zeros of the buffers that they were read into: compare and copy them up to their first zero.
 struct WindowInfo {
     // Reads title and class name of the window. A handle that is not that of a window gives an
     // empty title and a class name of zeros.
