@@ -14,28 +14,38 @@ extern "C" {
 #endif
 
 /*
- * The outcome of the last checkMonitorStatus() since the library was loaded, a code of the kit
- * (vorlen/status.h): 16 passed, 17 no kit monitor, 18 resolution, 19 refresh rate; -1 before the
- * first check. Service thread; also without a service.
+ * The outcome of the last checkMonitorStatus() since the library was loaded.
+ *
+ * returns   a code of the kit (vorlen/status.h): 16 passed, 17 no kit monitor, 18 resolution,
+ *           19 refresh rate; -1 before the first check
+ * thread    service thread; also without a service
+ * lifetime  kept until the next check or until the library is unloaded
+ * errors    none
  */
 VORLEN_MONITOR_API int32_t getLastMonitorStatus(void);
 
 /*
- * Writes the monitor that the last checkMonitorStatus() judged, as it is listed now, and returns
- * true; returns false and writes nothing when it judged none, when the monitor has gone or without
- * a service. item must not be NULL. Service thread; never reads the list anew.
+ * Writes the monitor that the last checkMonitorStatus() judged, as it is listed now.
+ *
+ * item      one record, owned by the caller; not NULL
+ * returns   true when it was written; false, with nothing written, when the check judged no
+ *           monitor, when the monitor is no longer listed, and without a service
+ * thread    service thread; never reads the monitors
+ * lifetime  the record is the caller's
+ * errors    none
  */
 VORLEN_MONITOR_API bool getCheckedMonitor(MonitorListItem* item);
 
 /*
- * Why a window is not offered for showing on the kit's monitor: the name of the first test of the
- * capture filter that keeps it out, such as "disabled", or NULL when it may be offered.
+ * Why a window is not offered for showing on the kit's monitor. Looks at the window as it is now.
  *
  * window    HWND, borrowed; of any process; need not be valid
- * returns   a constant of the library, valid until it is unloaded
- *
- * Looks at the window as it is now. Any thread, with or without a service; waits for the window's
- * thread when the window belongs to the calling process.
+ * returns   the name of the first test of the capture filter that excludes the window, such as
+ *           "disabled"; NULL when the window may be offered
+ * thread    any thread, with or without a service; waits for the window's thread when the window
+ *           belongs to the calling process
+ * lifetime  the text is a constant of the library, valid until it is unloaded
+ * errors    exhausted memory leaves as the C++ exception std::bad_alloc
  */
 VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
 
@@ -43,20 +53,20 @@ VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
  * Reads the list of windows again, for a host that cannot rely on events alone (getWindowList in
  * vorlen/monitor.h says what they miss): ends the list and its event hook, and makes a new list of
  * the windows that may be offered now, in the system's order and with their present titles. The new
- * list follows events in the same way.
+ * list follows events in the same way. Combo boxes that the runtime registered for updates belong
+ * to the old list: they keep their entries and are no longer updated. Register them again through
+ * the runtime's table.
  *
  * returns   true when the list was restarted; false, with nothing done, while the runtime has
  *           switched the list off, without a service, or on another thread than the service thread
- *
- * Combo boxes that the runtime registered for updates belong to the old list: they keep their
- * entries and are no longer updated. Register them again through the runtime's table.
- *
- * Exhausted memory leaves as the C++ exception std::bad_alloc. The list is off then: getWindowList
- * returns its last records, this function returns false, and useWindowList(true) of the runtime's
- * table switches the list on again. Where the system refuses the new event hook, the result is
- * true and the list stays as it was read: another restart tries again.
- *
- * Waits for the threads of the host's own windows, as Vorlen_Initialize() does.
+ * thread    service thread; waits for the threads of the host's own windows, as
+ *           Vorlen_Initialize() does
+ * lifetime  handles that the list gave before may no longer be listed
+ * errors    exhausted memory leaves as the C++ exception std::bad_alloc. The list is off then:
+ *           getWindowList returns its last records, this function returns false, and
+ *           useWindowList(true) of the runtime's table switches the list on again. Where the system
+ *           refuses the new event hook, the result is true and the list stays as it was read:
+ *           another restart tries again
  */
 VORLEN_MONITOR_API bool restartWindowList(void);
 

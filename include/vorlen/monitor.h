@@ -98,39 +98,44 @@ extern "C" {
 /*
  * Whether the first monitor that the runtime recognises as one of the kit's is set up as the kit
  * needs it: at least 3840 x 2160 pixels and 59 Hz. In portrait, 2160 x 3840, it fails. The reason
- * is in getLastMonitorStatus of vorlen/diagnostics.h and in the runtime's log. false without a
- * service.
+ * is in getLastMonitorStatus of vorlen/diagnostics.h and in the runtime's log.
  *
- * A monitor list that is 500 ms old or empty is read anew first. A monitor name that is not valid
- * UTF-16 leaves as the C++ exception std::range_error.
+ * returns   true when it is; false when it is not, when no monitor is recognised, and without a
+ *           service
+ * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
+ * lifetime  the outcome is kept until the next check
+ * errors    a monitor name that is not valid UTF-16 leaves as the C++ exception std::range_error
  */
 VORLEN_MONITOR_API bool checkMonitorStatus(void);
 
 /*
- * Copies the monitors of the desktop, in the system's order, into the caller's array.
+ * Copies the monitors of the desktop, in the system's order, into the caller's array. Between a
+ * size query and the copy the number can change: use what the copy returns.
  *
  * items     array of at least min(capacity, number of monitors) records, owned by the caller, or
  *           NULL to ask for the number of monitors only
  * capacity  number of records in items; not looked at when items is NULL
  * returns   with items NULL the number of monitors; else the number of records written, or
- *           capacity itself, with nothing written, when that is negative. 0 without a service.
- *
- * A list that is 500 ms old or empty is read anew from the system first. Between a size query and
- * the copy the number can change: use what the copy returns.
+ *           capacity itself, with nothing written, when that is negative. 0 without a service
+ * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
+ * lifetime  the records are the caller's; handles are valid while the monitor is attached
+ * errors    those at the head of this file; nothing is written then
  */
 VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
 
 /*
  * Copies the windows that can be shown on the kit's monitor, in the order in which they appeared,
- * into the caller's array. Arguments, result and size query are those of getMonitorList.
+ * into the caller's array. Titles come from other programs: do not trust them.
  *
- * The list follows the desktop while the service thread retrieves messages (GetMessage, PeekMessage
- * or a modal loop): windows enter it when they are shown or uncloaked and leave it only when they
- * are destroyed; hidden, disabled and renamed ones stay as they were. On a thread that retrieves no
- * messages the list stays as it was at Vorlen_Initialize(). Titles come from other programs: do not
- * trust them.
+ * items, capacity, returns: as for getMonitorList
+ * thread    service thread. The list follows the desktop while that thread retrieves messages
+ *           (GetMessage, PeekMessage or a modal loop); without that it stays as it was at
+ *           Vorlen_Initialize()
+ * lifetime  the records are the caller's; handles are valid until the window is destroyed
+ * errors    those at the head of this file; nothing is written then
  *
- * Events do not report everything:
+ * Windows enter the list when they are shown or uncloaked and leave it only when they are
+ * destroyed; hidden, disabled and renamed ones stay as they were. Events do not report everything:
  * - Windows sends the event of a destruction also when a window's caret is destroyed: a console or
  *   an editor can leave the list until it is shown again.
  * - A window that gets its title, or is enabled, after it was shown is not added.
@@ -142,38 +147,57 @@ VORLEN_MONITOR_API int getMonitorList(MonitorListItem* items, int32_t capacity);
 VORLEN_MONITOR_API int getWindowList(WindowListItem* items, int32_t capacity);
 
 /*
- * The name of the current monitor, as the runtime holds it. NULL without a service.
+ * The name of the current monitor, as the runtime holds it.
  * Given: despite its name it does not return the model name, which getVorlenMonitorModelName does.
  *
- * The text belongs to the runtime and is valid until the runtime changes or drops it: copy it
- * before the next call. A monitor list that is 500 ms old or empty is read anew first.
+ * returns   a terminated text of the runtime; NULL without a service
+ * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
+ * lifetime  valid until the runtime changes or drops the text: copy it before the next call
+ * errors    those at the head of this file
  */
 VORLEN_MONITOR_API const char* getMonitorModelName(void);
 
 /*
- * The model name that the runtime holds for the kit's monitor. NULL without a service. Ownership
- * and lifetime as above. Never reads the monitor list anew.
+ * The model name that the runtime holds for the kit's monitor.
+ *
+ * returns   a terminated text of the runtime; NULL without a service
+ * thread    service thread; never reads the monitors
+ * lifetime  valid until the runtime changes or drops the text: copy it before the next call
+ * errors    none
  */
 VORLEN_MONITOR_API const char* getVorlenMonitorModelName(void);
 
 /*
- * Hands the runtime the model name of the kit's monitor. Does nothing without a service.
+ * Gives the runtime the model name of the kit's monitor. Does nothing without a service.
  *
- * name      length bytes, copied; need not be terminated, zero bytes inside are kept; may be NULL
- *           when length is 0
- * length    0 or more; a negative length leaves as the C++ exception std::length_error
+ * name      length bytes; need not be terminated, zero bytes inside are kept; may be NULL when
+ *           length is 0
+ * length    number of bytes, 0 or more
+ * thread    service thread; never reads the monitors
+ * lifetime  the bytes are copied
+ * errors    a negative length leaves as the C++ exception std::length_error; the name stays then
  */
 VORLEN_MONITOR_API void setVorlenMonitorModelName(const char* name, int32_t length);
 
 /*
- * The rectangle of the runtime's current monitor; all zeros when that is none of the listed ones
- * or without a service. A monitor list that is 500 ms old or empty is read anew first.
+ * The rectangle of the runtime's current monitor.
+ *
+ * returns   position and size; all zeros when the current monitor is none of the listed ones, and
+ *           without a service
+ * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
+ * lifetime  a copy
+ * errors    those at the head of this file
  */
 VORLEN_MONITOR_API _VLRect getMonitorRect(void);
 
 /*
- * Reads the monitor list anew from the system and feeds it to the runtime at once, whatever its
- * age: for a host that was told of a display change. Does nothing without a service.
+ * Reads the monitors again at once, whatever the age of their list, and gives them to the runtime:
+ * for a host that got WM_DISPLAYCHANGE. Does nothing without a service.
+ *
+ * thread    service thread
+ * lifetime  ends that of the texts that the name functions returned
+ * errors    those at the head of this file; the next function that needs the monitors reads them
+ *           again then
  */
 VORLEN_MONITOR_API void updateMonitorList(void);
 
