@@ -182,7 +182,7 @@ VORLEN_MONITOR_API void setVorlenMonitorModelName(const char* name, int32_t leng
 /*
  * The rectangle of the runtime's current monitor.
  *
- * returns   position and size; all zeros when the current monitor is none of the listed ones, and
+ * returns   position and size; all zeros when the current monitor is not listed, and
  *           without a service
  * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
  * lifetime  a copy
