@@ -44,9 +44,15 @@ def tree(tmp_path):
 
 def check(tree, *arguments) -> subprocess.CompletedProcess:
     programs = tree.parent / "programs"
+    # ./check sets these for the tests that it runs, be it this one.
+    inherited = {
+        name: value
+        for name, value in os.environ.items()
+        if name not in ("GTEST_OUTPUT", "PYTEST_ADDOPTS")
+    }
     return subprocess.run(
         [tree / "check", *arguments],
-        env={**os.environ, "PATH": f"{programs}:{os.environ['PATH']}", "LC_ALL": "C"},
+        env={**inherited, "PATH": f"{programs}:{os.environ['PATH']}", "LC_ALL": "C"},
         stdin=subprocess.DEVNULL,
         capture_output=True,
         encoding="utf-8",
