@@ -7,12 +7,19 @@
 
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
 #include <exception>
 
 // Memory that the library sets aside for exceptions that are thrown when there is none left.
 namespace __gnu_cxx {
 void __freeres();
+
+// The library's own prints the exception, for which every image would contain a demangler and
+// formatted output: 72 KB. A library of a host leaves that to the host.
+void __verbose_terminate_handler() {
+    std::abort();
 }
+} // namespace __gnu_cxx
 
 namespace {
 
