@@ -80,7 +80,11 @@ WINBOOL WINAPI EventHooks::findImage(DWORD flags, LPCWSTR address, HMODULE* imag
         flags = (flags & ~DWORD{GET_MODULE_HANDLE_EX_FLAG_PIN}) |
                 GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
     }
-    return GetModuleHandleExW(flags, address, image);
+    // Not through the import, which leads here when the test program itself is the image.
+    using Function = decltype(&GetModuleHandleExW);
+    void* const real = reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetModuleHandleExW"));
+    return reinterpret_cast<Function>(real)(flags, address, image);
 }
 
 } // namespace tests
