@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/host.h"
+#include "include/vorlen/runtime.h"
 #include "runtime/monitor_record.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // A host that stays: answers every line of standard input with a line that holds the number of
 // monitors, until standard input ends.
-#include "runtime/host.h"
+#include "include/vorlen/runtime.h"
 #include "vorlen/monitor.h"
 
 #include <iostream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "runtime/host.h"
+#include "include/vorlen/runtime.h"
 #include "tools/vorlen-monitor/failure.h"
 
 #include <windows.h>
