@@ -31,19 +31,13 @@ else()
         -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,-s)
 endif()
 
-if(MINGW)
-    # Linked into every library, not into programs, which end with their process.
-    add_library(gnu_unload OBJECT ${CMAKE_CURRENT_LIST_DIR}/gnu_unload.cpp)
-    target_link_libraries(gnu_unload PRIVATE vorlen_options)
-endif()
-
 # vorlen_image(<target>): the options of every linked image, and a PDB beside it. The image names
 # its PDB without the folder of the build.
 function(vorlen_image target)
     target_link_libraries(${target} PRIVATE vorlen_options)
     get_target_property(type ${target} TYPE)
     if(MINGW AND type STREQUAL "SHARED_LIBRARY")
-        target_link_libraries(${target} PRIVATE gnu_unload)
+        target_link_libraries(${target} PRIVATE gnu_runtime)
     endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         set(pdb $<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb)

@@ -1,8 +1,8 @@
 #include "monitor/module.h"
 
-#include "monitor/platform/scoped_flag.h"
 #include "monitor/service/monitor_data.h"
 #include "monitor/wrappers.h"
+#include "platform/scoped_flag.h"
 #include "runtime/registration.h"
 
 #include <utility>

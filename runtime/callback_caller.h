@@ -1,7 +1,7 @@
 #pragma once
 
-#include "monitor/platform/thread_slot.h"
-#include "monitor/status/logger.h"
+#include "platform/thread_slot.h"
+#include "runtime/logger.h"
 
 #include <atomic>
 #include <string>

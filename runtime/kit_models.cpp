@@ -1,7 +1,7 @@
 #include "runtime/kit_models.h"
 
+#include "platform/environment.h"
 #include "runtime/diagnostics.h"
-#include "runtime/environment.h"
 
 #include <algorithm>
 

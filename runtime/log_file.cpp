@@ -1,7 +1,7 @@
 #include "runtime/log_file.h"
 
+#include "platform/file.h"
 #include "runtime/diagnostics.h"
-#include "runtime/system_file.h"
 #include "runtime/text.h"
 
 #include <system_error>

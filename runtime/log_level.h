@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 #include "runtime/log_output.h"
 
+#include "platform/file.h"
 #include "runtime/log_level.h"
-#include "runtime/system_file.h"
 #include "runtime/text.h"
 
 #include <windows.h>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/critical_section.h"
 #include "runtime/callback_caller.h"
-#include "runtime/critical_section.h"
 #include "runtime/log_file.h"
 #include "runtime/log_settings.h"
 

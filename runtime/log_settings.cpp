@@ -1,7 +1,7 @@
 #include "runtime/log_settings.h"
 
+#include "platform/environment.h"
 #include "runtime/diagnostics.h"
-#include "runtime/environment.h"
 #include "runtime/log_level.h"
 #include "runtime/text.h"
 

@@ -1,4 +1,4 @@
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 
 #include "runtime/log_output.h"
 

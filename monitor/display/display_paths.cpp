@@ -1,7 +1,7 @@
 #include "monitor/display/display_paths.h"
 
 #include "monitor/display/display_settings.h"
-#include "monitor/platform/text_field.h"
+#include "platform/text_field.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "monitor/display/display_settings.h"
 
-#include "monitor/platform/text_field.h"
+#include "platform/text_field.h"
 
 std::optional<std::wstring> readDeviceName(HMONITOR monitor) {
     MONITORINFOEXW info{};

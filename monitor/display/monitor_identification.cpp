@@ -1,8 +1,8 @@
 #include "monitor/display/monitor_identification.h"
 
 #include "monitor/display/wmi_query.h"
-#include "monitor/platform/mutex.h"
-#include "monitor/platform/worker.h"
+#include "platform/mutex.h"
+#include "platform/worker.h"
 
 #include <algorithm>
 #include <map>

@@ -1,7 +1,7 @@
 #include "monitor/display/monitor_list.h"
 
 #include "monitor/display/enumeration.h"
-#include "monitor/platform/combo_box.h"
+#include "platform/combo_box.h"
 
 #include <cstddef>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "monitor/display/monitor_info.h"
-#include "monitor/platform/thread_object.h"
+#include "platform/thread_object.h"
 
 #include <vector>
 

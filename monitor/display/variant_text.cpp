@@ -1,6 +1,6 @@
 #include "monitor/display/variant_text.h"
 
-#include "monitor/platform/com.h"
+#include "platform/com.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "monitor/display/wmi_query.h"
 
 #include "monitor/display/variant_text.h"
-#include "monitor/platform/com.h"
+#include "platform/com.h"
 
 #include <wbemidl.h>
 #include <wrl/client.h>

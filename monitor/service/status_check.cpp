@@ -2,7 +2,7 @@
 
 #include "monitor/service/monitor_data.h"
 #include "monitor/service/utf8.h"
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 #include "vorlen/status.h"
 
 #include <algorithm>

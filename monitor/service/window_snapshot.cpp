@@ -1,5 +1,5 @@
-#include "monitor/platform/scoped_flag.h"
 #include "monitor/service/monitor_data.h"
+#include "platform/scoped_flag.h"
 
 #include <memory>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "monitor/platform/image.h"
-#include "monitor/platform/last_error.h"
+#include "platform/image.h"
+#include "platform/last_error.h"
 
 #include <windows.h>
 

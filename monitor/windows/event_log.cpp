@@ -1,6 +1,6 @@
 #include "monitor/windows/event_log.h"
 
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 
 #include <comdef.h>
 

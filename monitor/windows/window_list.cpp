@@ -1,9 +1,9 @@
 #include "monitor/windows/window_list.h"
 
-#include "monitor/platform/combo_box.h"
-#include "monitor/platform/last_error.h"
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
+#include "platform/combo_box.h"
+#include "platform/last_error.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "monitor/platform/thread_object.h"
 #include "monitor/windows/appearance_order.h"
 #include "monitor/windows/event_hook.h"
 #include "monitor/windows/window_info.h"
+#include "platform/thread_object.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "monitor/platform/thread_object.h"
+#include "platform/thread_object.h"
 #include "tests/support/account.h"
 #include "tests/support/other_thread.h"
 #include "tests/support/signal.h"

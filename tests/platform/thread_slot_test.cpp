@@ -1,4 +1,4 @@
-#include "monitor/platform/thread_slot.h"
+#include "platform/thread_slot.h"
 #include "tests/support/other_thread.h"
 
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // and host does. Nothing of the logger is touched before the first call.
 #pragma once
 
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 #include "tests/support/library.h"
 
 #include <string>

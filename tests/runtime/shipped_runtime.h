@@ -1,7 +1,7 @@
 #pragma once
 
-#include "runtime/core.h"
 #include "include/vorlen/runtime.h"
+#include "runtime/core.h"
 #include "runtime/registration.h"
 #include "tests/support/library.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/platform/mutex.h"
+#include "platform/mutex.h"
 
 #include <cstddef>
 #include <cstdint>

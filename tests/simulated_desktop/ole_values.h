@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/platform/mutex.h"
+#include "platform/mutex.h"
 #include "tests/simulated_desktop/journal.h"
 #include "tests/simulated_desktop/redirects.h"
 #include "tests/support/current.h"

@@ -1,4 +1,4 @@
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 #include "tests/support/log_recorder.h"
 
 #include <windows.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/status/logger.h"
+#include "runtime/logger.h"
 #include "tests/simulated_desktop/journal.h"
 #include "tests/support/current.h"
 #include "tests/support/import_redirect.h"

@@ -1,6 +1,6 @@
 #include "tools/vorlen-monitor/output.h"
 
-#include "runtime/system_file.h"
+#include "platform/file.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/text.h"
 

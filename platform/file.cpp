@@ -1,4 +1,4 @@
-#include "runtime/system_file.h"
+#include "platform/file.h"
 
 #include <algorithm>
 #include <cstddef>

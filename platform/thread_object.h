@@ -1,6 +1,6 @@
 #pragma once
 
-#include "monitor/platform/thread_slot.h"
+#include "platform/thread_slot.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "monitor/platform/image.h"
+#include "platform/image.h"
 
 #include <system_error>
 

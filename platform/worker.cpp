@@ -1,6 +1,6 @@
-#include "monitor/platform/worker.h"
+#include "platform/worker.h"
 
-#include "monitor/platform/image.h"
+#include "platform/image.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "runtime/environment.h"
+#include "platform/environment.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "monitor/platform/combo_box.h"
+#include "platform/combo_box.h"
 
 #include <comdef.h>
 
