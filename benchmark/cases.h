@@ -19,7 +19,6 @@ std::vector<Row> windowListBySize(const Effort& effort);
 std::vector<Row> monitorListOfTheDesktop(const Effort& effort);
 std::vector<Row> monitorUpdateBySize(const Effort& effort);
 std::vector<Row> windowEvents(const Effort& effort);
-std::vector<Row> windowChanges(const Effort& effort);
 std::vector<Row> start(const Effort& effort);
 std::vector<Row> bytes(const Effort& effort);
 

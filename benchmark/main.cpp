@@ -28,7 +28,6 @@ constexpr Case cases[] = {
     {"the monitor list of this desktop", bench::monitorListOfTheDesktop},
     {"refreshing lists of 1 to 64 monitors", bench::monitorUpdateBySize},
     {"window events", bench::windowEvents},
-    {"windows that come and go", bench::windowChanges},
     {"starting", bench::start},
     {"bytes", bench::bytes},
 };

@@ -25,7 +25,7 @@ bool getCheckedMonitor(MonitorListItem* item) {
 }
 
 const char* getWindowRefusal(void* window) {
-    return findRefusal(WindowInfo(static_cast<HWND>(window)));
+    return reasonNotCapturable(WindowInfo(static_cast<HWND>(window)));
 }
 
 bool restartWindowList() {

@@ -1,6 +1,7 @@
 #include "runtime/kit_models.h"
 
 #include "platform/environment.h"
+#include "platform/text.h"
 #include "runtime/diagnostics.h"
 
 #include <algorithm>
@@ -10,13 +11,6 @@ namespace vorlen {
 namespace {
 
 constexpr const wchar_t* variable = L"VORLEN_KIT_MODELS";
-
-std::string lowBytes(std::wstring_view text) {
-    std::string bytes(text.size(), '\0');
-    std::transform(text.begin(), text.end(), bytes.begin(),
-                   [](wchar_t unit) { return static_cast<char>(unit & 0xFF); });
-    return bytes;
-}
 
 } // namespace
 

@@ -1,8 +1,9 @@
 #include "runtime/log_file.h"
 
 #include "platform/file.h"
+#include "platform/safe_text.h"
+#include "platform/text.h"
 #include "runtime/diagnostics.h"
-#include "runtime/text.h"
 
 #include <system_error>
 
@@ -20,7 +21,8 @@ std::string lastError() {
 
 } // namespace
 
-LogFile::LogFile(const std::wstring& name) : quotedName('"' + spellControls(toUtf8(name)) + '"') {
+LogFile::LogFile(const std::wstring& name)
+    : quotedName('"' + spellControls(toUtf8Lossy(name)) + '"') {
     if (name.empty()) {
         return;
     }

@@ -1,8 +1,8 @@
 #include "runtime/log_output.h"
 
 #include "platform/file.h"
+#include "platform/safe_text.h"
 #include "runtime/log_level.h"
-#include "runtime/text.h"
 
 #include <windows.h>
 

@@ -1,9 +1,10 @@
 #include "runtime/log_settings.h"
 
 #include "platform/environment.h"
+#include "platform/safe_text.h"
+#include "platform/text.h"
 #include "runtime/diagnostics.h"
 #include "runtime/log_level.h"
-#include "runtime/text.h"
 
 namespace vorlen::log {
 
@@ -24,7 +25,7 @@ level_enum thresholdNamed(const std::string& name) {
 } // namespace
 
 LogSettings logSettingsFromEnvironment() {
-    return {thresholdNamed(toUtf8(environmentText(L"VORLEN_LOG_LEVEL"))),
+    return {thresholdNamed(toUtf8Lossy(environmentText(L"VORLEN_LOG_LEVEL"))),
             environmentText(L"VORLEN_LOG_FILE")};
 }
 

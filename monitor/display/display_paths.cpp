@@ -1,7 +1,7 @@
 #include "monitor/display/display_paths.h"
 
 #include "monitor/display/display_settings.h"
-#include "platform/text_field.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -50,8 +50,9 @@ LONG requestTargetName(const DISPLAYCONFIG_PATH_INFO& path,
 
 DisplayPathInfo toInfo(const DISPLAYCONFIG_SOURCE_DEVICE_NAME& source,
                        const DISPLAYCONFIG_TARGET_DEVICE_NAME& target) {
-    return {textOf(source.viewGdiDeviceName), textOf(target.monitorFriendlyDeviceName),
-            textOf(target.monitorDevicePath)};
+    return {vorlen::textOf(source.viewGdiDeviceName),
+            vorlen::textOf(target.monitorFriendlyDeviceName),
+            vorlen::textOf(target.monitorDevicePath)};
 }
 
 DisplayPathInfo displayPathOf(HMONITOR monitor) {
@@ -87,7 +88,7 @@ std::optional<DisplayPathInfo> findDisplayPath(const std::wstring& deviceName) {
     for (const DISPLAYCONFIG_PATH_INFO& path : arrays.paths) {
         DISPLAYCONFIG_SOURCE_DEVICE_NAME source{};
         requestSourceName(path, source);
-        const std::wstring sourceName = textOf(source.viewGdiDeviceName);
+        const std::wstring sourceName = vorlen::textOf(source.viewGdiDeviceName);
         // A request that failed leaves the name empty, as is the device name of a detached monitor.
         if (!sourceName.empty() && sourceName == deviceName) {
             DISPLAYCONFIG_TARGET_DEVICE_NAME target{};

@@ -1,6 +1,6 @@
 #include "monitor/display/display_settings.h"
 
-#include "platform/text_field.h"
+#include "platform/text.h"
 
 std::optional<std::wstring> readDeviceName(HMONITOR monitor) {
     MONITORINFOEXW info{};
@@ -8,7 +8,7 @@ std::optional<std::wstring> readDeviceName(HMONITOR monitor) {
     if (GetMonitorInfoW(monitor, &info) == FALSE) {
         return std::nullopt;
     }
-    return textOf(info.szDevice);
+    return vorlen::textOf(info.szDevice);
 }
 
 void readDisplaySettings(const std::wstring& deviceName, MonitorInfo& info) {

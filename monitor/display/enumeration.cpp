@@ -3,38 +3,17 @@
 #include "monitor/display/display_paths.h"
 #include "monitor/display/display_settings.h"
 #include "monitor/display/monitor_identification.h"
+#include "platform/for_each.h"
 
 #include <algorithm>
-#include <exception>
 #include <utility>
 
 namespace {
 
-struct CollectedHandles {
-    std::vector<HMONITOR> handles;
-    std::exception_ptr failure;
-};
-
-// An exception must not cross the system's frames: it is kept until the enumeration has returned.
-BOOL CALLBACK collectHandle(HMONITOR monitor, HDC, RECT*, LPARAM parameter) {
-    auto& collected = *reinterpret_cast<CollectedHandles*>(parameter);
-    try {
-        if (!collected.failure) {
-            collected.handles.push_back(monitor);
-        }
-    } catch (...) {
-        collected.failure = std::current_exception();
-    }
-    return TRUE;
-}
-
 std::vector<HMONITOR> collectHandles() {
-    CollectedHandles collected;
-    EnumDisplayMonitors(nullptr, nullptr, collectHandle, reinterpret_cast<LPARAM>(&collected));
-    if (collected.failure) {
-        std::rethrow_exception(collected.failure);
-    }
-    return std::move(collected.handles);
+    std::vector<HMONITOR> handles;
+    vorlen::forEachMonitor([&](HMONITOR monitor) { handles.push_back(monitor); });
+    return handles;
 }
 
 // Monitors that show the same picture share a device name: the first path stands for them.

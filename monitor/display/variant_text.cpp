@@ -1,6 +1,6 @@
 #include "monitor/display/variant_text.h"
 
-#include "platform/com.h"
+#include "platform/owners.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -50,12 +50,17 @@ std::wstring textOfIntegers(SAFEARRAY* array) {
         return text;
     }
     const std::size_t count = readableElements(array);
-    const SafeArrayElements<std::int32_t> elements(array);
-    if (elements.get() == nullptr) {
+    void* data = nullptr;
+    if (FAILED(SafeArrayAccessData(array, &data))) {
+        return text;
+    }
+    const vorlen::SafeArrayAccess access(array);
+    const auto* const elements = static_cast<const std::int32_t*>(data);
+    if (elements == nullptr) {
         return text;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        const auto unit = static_cast<wchar_t>(elements.get()[i] & 0xFFFF);
+        const auto unit = static_cast<wchar_t>(elements[i] & 0xFFFF);
         if (unit == L'\0') {
             break;
         }

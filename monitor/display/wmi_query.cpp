@@ -1,7 +1,7 @@
 #include "monitor/display/wmi_query.h"
 
 #include "monitor/display/variant_text.h"
-#include "platform/com.h"
+#include "platform/owners.h"
 
 #include <wbemidl.h>
 #include <wrl/client.h>
@@ -11,6 +11,7 @@
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using vorlen::makeComString;
 
 // Security is a matter of the whole process and can be set once only.
 bool comSecurityInitialized = false;
@@ -42,8 +43,8 @@ bool findLocator(Connection& connection) {
 
 bool connectServer(Connection& connection) {
     const HRESULT result =
-        connection.locator->ConnectServer(ComString(L"ROOT\\WMI").get(), nullptr, nullptr, nullptr,
-                                          0, nullptr, nullptr, &connection.services);
+        connection.locator->ConnectServer(makeComString(L"ROOT\\WMI").get(), nullptr, nullptr,
+                                          nullptr, 0, nullptr, nullptr, &connection.services);
     return SUCCEEDED(result) && connection.services != nullptr;
 }
 
@@ -56,18 +57,18 @@ bool connect(Connection& connection) {
 
 bool queryMonitors(Connection& connection, ComPtr<IEnumWbemClassObject>& objects) {
     const HRESULT result = connection.services->ExecQuery(
-        ComString(L"WQL").get(), ComString(L"SELECT * FROM WmiMonitorID").get(),
+        makeComString(L"WQL").get(), makeComString(L"SELECT * FROM WmiMonitorID").get(),
         WBEM_FLAG_FORWARD_ONLY | WBEM_FLAG_RETURN_IMMEDIATELY, nullptr, &objects);
     return SUCCEEDED(result) && objects != nullptr;
 }
 
 void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& pending,
                  std::map<std::wstring, std::wstring>& results) {
-    OwnedVariant name;
-    if (FAILED(object.Get(L"InstanceName", 0, &name.get(), nullptr, nullptr))) {
+    _variant_t name;
+    if (FAILED(object.Get(L"InstanceName", 0, &name, nullptr, nullptr))) {
         return;
     }
-    const std::wstring instanceName = wstringFromVARIANT(name.get());
+    const std::wstring instanceName = wstringFromVARIANT(name);
     const auto match =
         std::find_if(pending.begin(), pending.end(), [&](const PendingMonitorId& candidate) {
             return instanceName.starts_with(candidate.prefix);
@@ -75,9 +76,9 @@ void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& 
     if (match == pending.end()) {
         return;
     }
-    OwnedVariant serialNumber;
-    if (SUCCEEDED(object.Get(L"SerialNumberID", 0, &serialNumber.get(), nullptr, nullptr))) {
-        results[match->devicePath] = wstringFromVARIANT(serialNumber.get());
+    _variant_t serialNumber;
+    if (SUCCEEDED(object.Get(L"SerialNumberID", 0, &serialNumber, nullptr, nullptr))) {
+        results[match->devicePath] = wstringFromVARIANT(serialNumber);
     }
 }
 
@@ -85,7 +86,7 @@ void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& 
 
 void queryWmiMonitorIds(const std::vector<PendingMonitorId>& pending,
                         std::map<std::wstring, std::wstring>& results) {
-    const MultithreadedApartment apartment;
+    const vorlen::MultithreadedApartment apartment;
     if (!apartment.entered() || !ensureComSecurity()) {
         return;
     }

@@ -1,6 +1,6 @@
 #include "monitor/service/monitor_data.h"
 
-#include "monitor/service/narrow.h"
+#include "platform/text.h"
 #include "runtime/core.h"
 
 namespace vorlen {
@@ -50,7 +50,7 @@ void MonitorData::SetCurrentMonitorName(const char* name) {
 }
 
 void MonitorData::SetCurrentMonitorName(const wchar_t* name) {
-    VorlenCore::Instance().SetMonitorName(narrow(name));
+    VorlenCore::Instance().SetMonitorName(lowBytes(name));
 }
 
 _VLRect MonitorData::GetCurrentMonitorRect() {
@@ -77,7 +77,7 @@ const std::vector<std::string>& MonitorData::GetVorlenModelName(const char* devi
 }
 
 const std::vector<std::string>& MonitorData::GetVorlenModelName(const wchar_t* deviceName) const {
-    return VorlenCore::Instance().GetVorlenModelName(narrow(deviceName));
+    return VorlenCore::Instance().GetVorlenModelName(lowBytes(deviceName));
 }
 
 void MonitorData::SetVorlenModelName(const char* modelName) {
@@ -85,7 +85,7 @@ void MonitorData::SetVorlenModelName(const char* modelName) {
 }
 
 void MonitorData::SetVorlenModelName(const wchar_t* modelName) {
-    VorlenCore::Instance().SetVorlenModelName(narrow(modelName));
+    VorlenCore::Instance().SetVorlenModelName(lowBytes(modelName));
 }
 
 const char* MonitorData::GetVorlenCameraNameByVorlenModelName(const char* modelName) const {
@@ -93,7 +93,7 @@ const char* MonitorData::GetVorlenCameraNameByVorlenModelName(const char* modelN
 }
 
 const char* MonitorData::GetVorlenCameraNameByVorlenModelName(const wchar_t* modelName) const {
-    return VorlenCore::Instance().GetDefaultCameraNameByModelName(narrow(modelName)).c_str();
+    return VorlenCore::Instance().GetDefaultCameraNameByModelName(lowBytes(modelName)).c_str();
 }
 
 } // namespace vorlen

@@ -1,5 +1,5 @@
 #include "monitor/service/monitor_data.h"
-#include "monitor/service/narrow.h"
+#include "platform/text.h"
 #include "runtime/core.h"
 
 #include <utility>
@@ -16,9 +16,9 @@ ui::MonitorInfo toCached(const ::MonitorInfo& monitor) {
 }
 
 VORLEN_MONITOR_INFO toRuntime(const ::MonitorInfo& monitor) {
-    return {narrow(monitor.deviceName),
-            narrow(monitor.friendlyName),
-            narrow(monitor.monitorId),
+    return {lowBytes(monitor.deviceName),
+            lowBytes(monitor.friendlyName),
+            lowBytes(monitor.monitorId),
             monitor.x,
             monitor.y,
             monitor.width,

@@ -1,7 +1,7 @@
 #include "monitor/service/status_check.h"
 
 #include "monitor/service/monitor_data.h"
-#include "monitor/service/utf8.h"
+#include "platform/text.h"
 #include "runtime/logger.h"
 #include "vorlen/status.h"
 
@@ -29,8 +29,8 @@ void logLine(level_enum level, const std::string& message) {
 }
 
 void describe(const ui::MonitorInfo& monitor) {
-    logLine(level_enum::debug,
-            "Monitor Info : " + toUtf8(monitor.friendlyName) + ", " + toUtf8(monitor.monitorId));
+    logLine(level_enum::debug, "Monitor Info : " + toUtf8Strict(monitor.friendlyName) + ", " +
+                                   toUtf8Strict(monitor.monitorId));
     logLine(level_enum::debug, "Monitor Resolution : " + std::to_string(monitor.width) + " x " +
                                    std::to_string(monitor.height));
     logLine(level_enum::debug, "Monitor FRAMERATE : " + std::to_string(monitor.refreshRate));

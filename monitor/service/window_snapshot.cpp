@@ -1,20 +1,11 @@
 #include "monitor/service/monitor_data.h"
 #include "platform/scoped_flag.h"
+#include "platform/text.h"
 
 #include <memory>
-#include <string_view>
 #include <utility>
 
 namespace vorlen {
-
-namespace {
-
-// The text of a record whose strings keep the zeros of the buffers they were read into.
-std::wstring_view untilZero(const std::wstring& text) {
-    return text.c_str();
-}
-
-} // namespace
 
 void MonitorData::UseWindowList(bool use) {
     useWindowList = use;

@@ -2,19 +2,19 @@
 
 #include "monitor/windows/window_info.h"
 
-#include <string>
+#include <string_view>
 
-// Whether a window may be offered for showing on the kit's monitor. All comparisons of titles and
-// class names are exact and end at the first zero. Any thread.
+// Whether a window is capturable: whether it may be shown on the kit's monitor. All comparisons of
+// titles and class names are exact and end at the first zero. Any thread.
 
-// The name of the first test of the capture filter that keeps the window out, such as "disabled"; a
-// literal. Null when the window may be offered.
-const char* findRefusal(const WindowInfo& info);
+// The reason why the window is not capturable, that of the first rule that excludes it, such as
+// "disabled"; a literal. Null for a capturable window.
+const char* reasonNotCapturable(const WindowInfo& info);
 
 bool IsCapturableWindow(const WindowInfo& info);
 
-// True for system windows that pass every other test but are not the user's to show.
+// True for system windows that every other rule lets pass.
 bool IsKnownBlockedWindow(const WindowInfo& info);
 
-bool MatchTitleAndClassName(const WindowInfo& info, const std::wstring& title,
-                            const std::wstring& className);
+bool MatchTitleAndClassName(const WindowInfo& info, std::wstring_view title,
+                            std::wstring_view className);

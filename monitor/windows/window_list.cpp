@@ -3,6 +3,7 @@
 #include "monitor/windows/capture_filter.h"
 #include "monitor/windows/event_log.h"
 #include "platform/combo_box.h"
+#include "platform/for_each.h"
 #include "platform/last_error.h"
 
 #include <algorithm>
@@ -11,21 +12,12 @@
 #include <memory>
 #include <utility>
 
-namespace {
-
-struct Seeding {
-    WindowList& list;
-    std::exception_ptr failure;
-};
-
-} // namespace
-
 WindowList::WindowList() {
     delete Get();
     instance.Bind(*this);
     Seed();
-    hook = EventHook(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent,
-                                     0, 0, WINEVENT_OUTOFCONTEXT));
+    hook.reset(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent, 0, 0,
+                               WINEVENT_OUTOFCONTEXT));
 }
 
 WindowList* WindowList::Get() {
@@ -33,28 +25,16 @@ WindowList* WindowList::Get() {
 }
 
 void WindowList::Seed() {
-    Seeding seeding{*this, nullptr};
-    EnumWindows(SeedWindow, reinterpret_cast<LPARAM>(&seeding));
-    if (seeding.failure) {
-        std::rethrow_exception(seeding.failure);
-    }
-    endFailureSeries();
-}
-
-// An exception must not cross the system's frames: it is kept until the enumeration has returned.
-BOOL CALLBACK WindowList::SeedWindow(HWND hwnd, LPARAM parameter) {
-    auto& seeding = *reinterpret_cast<Seeding*>(parameter);
-    try {
-        if (!seeding.failure && GetWindowTextLengthW(hwnd) >= 1) {
-            const WindowInfo info(hwnd);
-            if (IsCapturableWindow(info)) {
-                seeding.list.AddWindow(info);
-            }
+    vorlen::forEachWindow([this](HWND hwnd) {
+        if (GetWindowTextLengthW(hwnd) < 1) {
+            return;
         }
-    } catch (...) {
-        seeding.failure = std::current_exception();
-    }
-    return TRUE;
+        const WindowInfo info(hwnd);
+        if (IsCapturableWindow(info)) {
+            AddWindow(info);
+        }
+    });
+    endFailureSeries();
 }
 
 // The desktop sends thousands of location events a second through the hooked range: what cannot
@@ -110,10 +90,8 @@ void WindowList::AddWindow(const WindowInfo& info) {
     }
     windows.push_back(info);
     try {
-        places.emplace(info.hwnd, windows.size() - 1);
-        order.Append();
+        windowSet.insert(info.hwnd);
     } catch (...) {
-        places.erase(info.hwnd);
         windows.pop_back();
         throw;
     }
@@ -122,16 +100,14 @@ void WindowList::AddWindow(const WindowInfo& info) {
 }
 
 bool WindowList::RemoveWindow(HWND hwnd) {
-    const auto found = places.find(hwnd);
-    if (found == places.end()) {
+    if (windowSet.erase(hwnd) == 0) {
         return false;
     }
-    const std::size_t place = found->second;
-    const std::size_t index = order.TakenBefore(place);
-    places.erase(found);
-    Vacate(place);
+    const auto found = std::ranges::find(windows, hwnd, &WindowInfo::hwnd);
+    const auto index = static_cast<std::size_t>(found - windows.begin());
+    windows.erase(found);
     ++revision;
-    NotifyComboBoxes([&](HWND comboBox) { deleteFromComboBox(comboBox, index); });
+    NotifyComboBoxes([=](HWND comboBox) { deleteFromComboBox(comboBox, index); });
     return true;
 }
 
@@ -146,33 +122,6 @@ void WindowList::NotifyComboBoxes(const Send& send) {
     }
 }
 
-// Gaps are closed once they are as many as the windows, so that a removal costs the same on average
-// however many windows there are, and whenever somebody wants to see the windows.
-void WindowList::Vacate(std::size_t place) noexcept {
-    WindowInfo released = std::move(windows[place]);
-    windows[place].hwnd = nullptr;
-    order.Vacate(place);
-    if (windows.size() >= 2 * places.size()) {
-        CloseGaps();
-    }
-}
-
-void WindowList::CloseGaps() const noexcept {
-    if (windows.size() == places.size()) {
-        return;
-    }
-    std::erase_if(windows, [](const WindowInfo& info) { return info.hwnd == nullptr; });
-    for (std::size_t place = 0; place < windows.size(); ++place) {
-        places.find(windows[place].hwnd)->second = place;
-    }
-    order.CloseGaps();
-}
-
-const std::vector<WindowInfo>& WindowList::GetCurrentWindows() const noexcept {
-    CloseGaps();
-    return windows;
-}
-
 void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
     comboBoxes.push_back(comboBox);
     ForceUpdateComboBox(comboBox);
@@ -184,11 +133,10 @@ void WindowList::ForceUpdateComboBox(HWND comboBox) {
     if (alive.expired()) {
         return;
     }
-    const std::size_t count = GetCurrentWindows().size();
+    const std::size_t count = windows.size();
     // By index and with copies: the control may let windows appear or go, or destroy the list,
     // while it handles a message. Windows that appear are sent to it as they are added.
-    for (std::size_t i = 0; !alive.expired() && i < std::min(count, GetCurrentWindows().size());
-         ++i) {
+    for (std::size_t i = 0; !alive.expired() && i < std::min(count, windows.size()); ++i) {
         const std::wstring title = windows[i].title;
         appendToComboBox(comboBox, title);
     }

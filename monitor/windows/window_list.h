@@ -1,16 +1,14 @@
 #pragma once
 
-#include "monitor/windows/appearance_order.h"
-#include "monitor/windows/event_hook.h"
 #include "monitor/windows/window_info.h"
+#include "platform/owners.h"
 #include "platform/thread_object.h"
 
 #include <windows.h>
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 // The top-level windows that may be shown on the kit's monitor, in the order in which they
@@ -33,7 +31,7 @@ public:
 
     // The windows, valid until the thread next retrieves messages. Titles are those of the moment
     // at which the window appeared.
-    const std::vector<WindowInfo>& GetCurrentWindows() const noexcept;
+    const std::vector<WindowInfo>& GetCurrentWindows() const { return windows; }
 
     // Differs from the earlier number whenever the windows have changed.
     std::uint64_t GetRevision() const { return revision; }
@@ -45,32 +43,26 @@ public:
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:
-    static BOOL CALLBACK SeedWindow(HWND hwnd, LPARAM parameter);
     static void CALLBACK OnEvent(HWINEVENTHOOK hook, DWORD event, HWND hwnd, LONG object,
                                  LONG child, DWORD thread, DWORD time);
 
     void Seed();
     static bool HandleAppearance(HWND hwnd);
     static bool HandleDestruction(HWND hwnd);
-    bool IsListed(HWND hwnd) const { return places.contains(hwnd); }
+    bool IsListed(HWND hwnd) const { return windowSet.contains(hwnd); }
     void AddWindow(const WindowInfo& info);
     bool RemoveWindow(HWND hwnd);
-    void Vacate(std::size_t place) noexcept;
-    void CloseGaps() const noexcept;
     void ForceUpdateComboBox(HWND comboBox);
     template <typename Send>
     void NotifyComboBoxes(const Send& send);
 
-    std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
-    // The windows in order of appearance. Where one has gone, a record without a handle stays until
-    // the gaps are closed, which no reader can tell.
-    mutable std::vector<WindowInfo> windows;
-    mutable std::unordered_map<HWND, std::size_t> places{8}; // of the listed ones, in windows
-    mutable AppearanceOrder order;                           // of these places
+    std::vector<HWND> comboBoxes;          // in order of registration, duplicates kept
+    std::vector<WindowInfo> windows;       // in order of appearance
+    std::unordered_set<HWND> windowSet{8}; // the handles of windows
     std::uint64_t revision = 0;
-    // Last, so that the hook is released first, then the thread's list cleared.
+    // In this order, so that the hook is released first, then the thread's list cleared.
     ThreadObject<WindowList> instance;
-    EventHook hook;
+    vorlen::EventHook hook; // null when the system refused it
     // Expires with the list, for functions of the list that run code of the host.
     std::shared_ptr<void> lifetime = std::make_shared<char>();
 };

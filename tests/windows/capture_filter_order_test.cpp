@@ -77,7 +77,7 @@ TEST_P(CaptureFilterOrder, one_test_alone_keeps_a_window_out_and_no_later_one_is
     refusal().bringAbout(desktop, window);
     const WindowInfo info(window.handle);
     desktop.journal.clear();
-    EXPECT_STREQ(findRefusal(info), refusal().name);
+    EXPECT_STREQ(reasonNotCapturable(info), refusal().name);
     EXPECT_EQ(desktop.windowCalls(), refusal().calls);
 }
 
@@ -88,7 +88,7 @@ TEST_P(CaptureFilterOrder, the_first_of_two_failing_tests_decides) {
         // The later first: either may set the title.
         refusals()[later].bringAbout(desktop, both);
         refusal().bringAbout(desktop, both);
-        EXPECT_STREQ(findRefusal(WindowInfo(both.handle)), refusal().name);
+        EXPECT_STREQ(reasonNotCapturable(WindowInfo(both.handle)), refusal().name);
     }
 }
 
@@ -96,7 +96,7 @@ TEST_P(CaptureFilterOrder, the_first_of_all_failing_tests_from_here_on_decides) 
     for (std::size_t later = refusals().size(); later-- > GetParam();) {
         refusals()[later].bringAbout(desktop, window);
     }
-    EXPECT_STREQ(findRefusal(WindowInfo(window.handle)), refusal().name);
+    EXPECT_STREQ(reasonNotCapturable(WindowInfo(window.handle)), refusal().name);
     EXPECT_FALSE(IsCapturableWindow(WindowInfo(window.handle)));
 }
 

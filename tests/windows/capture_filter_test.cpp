@@ -13,7 +13,7 @@ using testing::IsEmpty;
 
 class CaptureFilter : public WindowsTest {
 protected:
-    const char* refusal() const { return findRefusal(WindowInfo(window.handle)); }
+    const char* refusal() const { return reasonNotCapturable(WindowInfo(window.handle)); }
 
     void expectOffered() const {
         EXPECT_EQ(refusal(), nullptr);
@@ -126,9 +126,9 @@ TEST_F(CaptureFilter, judges_title_and_class_name_as_recorded_and_all_else_as_it
     window.title = L"Task View";
     window.className = coreWindowClass;
     window.cloaked = 1;
-    EXPECT_EQ(findRefusal(recorded), nullptr);
+    EXPECT_EQ(reasonNotCapturable(recorded), nullptr);
     window.visible = false;
-    EXPECT_STREQ(findRefusal(recorded), "not visible");
+    EXPECT_STREQ(reasonNotCapturable(recorded), "not visible");
 }
 
 TEST_F(CaptureFilter, names_a_reason_by_a_constant) {

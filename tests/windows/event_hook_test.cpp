@@ -1,4 +1,4 @@
-#include "monitor/windows/event_hook.h"
+#include "platform/owners.h"
 #include "tests/windows/windows_test.h"
 
 #include <type_traits>
@@ -6,6 +6,8 @@
 
 namespace tests {
 namespace {
+
+using vorlen::EventHook;
 
 static_assert(!std::is_copy_constructible_v<EventHook> && !std::is_copy_assignable_v<EventHook>);
 

@@ -18,11 +18,11 @@ struct Records {
 };
 template struct PrivateMember<Records, &WindowList::windows>;
 
-struct Places {
-    using type = std::unordered_map<HWND, std::size_t> WindowList::*;
-    friend type memberOf(Places);
+struct Handles {
+    using type = std::unordered_set<HWND> WindowList::*;
+    friend type memberOf(Handles);
 };
-template struct PrivateMember<Places, &WindowList::places>;
+template struct PrivateMember<Handles, &WindowList::windowSet>;
 
 const WindowList* liveListOf(const vorlen::MonitorData& service) {
     return (service.*memberOf(WindowListOfService{})).get();
@@ -31,19 +31,13 @@ const WindowList* liveListOf(const vorlen::MonitorData& service) {
 std::vector<HWND> listedHandlesOf(const WindowList& list) {
     std::vector<HWND> handles;
     for (const WindowInfo& window : list.*memberOf(Records{})) {
-        if (window.hwnd != nullptr) { // else one that has gone
-            handles.push_back(window.hwnd);
-        }
+        handles.push_back(window.hwnd);
     }
     return handles;
 }
 
 std::unordered_set<HWND> handleSetOf(const WindowList& list) {
-    std::unordered_set<HWND> handles;
-    for (const auto& [handle, place] : list.*memberOf(Places{})) {
-        handles.insert(handle);
-    }
-    return handles;
+    return list.*memberOf(Handles{});
 }
 
 } // namespace tests

@@ -1,7 +1,7 @@
 #include "tools/vorlen-monitor/command_line.h"
 
+#include "platform/text.h"
 #include "tools/vorlen-monitor/failure.h"
-#include "tools/vorlen-monitor/text.h"
 
 #include <windows.h>
 
@@ -176,7 +176,7 @@ std::vector<std::string> commandLineArguments() {
     }
     std::vector<std::string> arguments;
     for (int i = 1; i < count; ++i) {
-        arguments.push_back(toUtf8(values.get()[i]));
+        arguments.push_back(toUtf8Lossy(values.get()[i]));
     }
     return arguments;
 }

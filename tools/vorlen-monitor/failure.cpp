@@ -1,6 +1,6 @@
 #include "tools/vorlen-monitor/failure.h"
 
-#include "tools/vorlen-monitor/text.h"
+#include "platform/text.h"
 
 #include <array>
 
@@ -18,7 +18,7 @@ std::string systemError(DWORD error) {
         FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
     const DWORD length = FormatMessageW(flags, nullptr, error, 0, buffer.data(),
                                         static_cast<DWORD>(buffer.size()), nullptr);
-    std::string message = toUtf8({buffer.data(), length});
+    std::string message = toUtf8Lossy({buffer.data(), length});
     message.erase(message.find_last_not_of(" .\r\n") + 1);
     const std::string number = "error " + std::to_string(error);
     return message.empty() ? number : number + ": " + message;

@@ -1,6 +1,6 @@
 #include "tools/vorlen-monitor/json_text.h"
 
-#include "tools/vorlen-monitor/text.h"
+#include "platform/safe_text.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #include "tools/vorlen-monitor/libraries.h"
 
+#include "platform/text.h"
 #include "tools/vorlen-monitor/failure.h"
-#include "tools/vorlen-monitor/text.h"
 
 #include <utility>
 
@@ -52,8 +52,8 @@ HMODULE load(const std::wstring& path) {
         path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (module == nullptr) {
         const DWORD error = GetLastError();
-        throw Failure(ExitCode::libraries,
-                      "cannot load " + toUtf8(path) + ": " + whyNotLoaded(path, error) + remedy);
+        throw Failure(ExitCode::libraries, "cannot load " + toUtf8Lossy(path) + ": " +
+                                               whyNotLoaded(path, error) + remedy);
     }
     return module;
 }
@@ -69,7 +69,7 @@ Library::~Library() {
 FARPROC Library::exported(const char* name) const {
     const FARPROC address = GetProcAddress(module, name);
     if (address == nullptr) {
-        throw Failure(ExitCode::libraries, toUtf8(path) + " does not export " + name +
+        throw Failure(ExitCode::libraries, toUtf8Lossy(path) + " does not export " + name +
                                                ": it is of another release" + remedy);
     }
     return address;

@@ -1,8 +1,9 @@
 #include "tools/vorlen-monitor/output.h"
 
 #include "platform/file.h"
+#include "platform/safe_text.h"
+#include "platform/text.h"
 #include "tools/vorlen-monitor/failure.h"
-#include "tools/vorlen-monitor/text.h"
 
 #include <algorithm>
 #include <string>
@@ -37,7 +38,7 @@ bool writeToConsole(HANDLE console, std::wstring_view text) {
 bool writeText(HANDLE handle, std::string_view text) {
     DWORD mode = 0;
     const bool isConsole = GetConsoleMode(handle, &mode) != FALSE;
-    return isConsole ? writeToConsole(handle, toUtf16(text)) : writeAll(handle, text);
+    return isConsole ? writeToConsole(handle, toUtf16Lossy(text)) : writeAll(handle, text);
 }
 
 std::string whyNotWritten(DWORD error) {

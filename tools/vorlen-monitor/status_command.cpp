@@ -1,9 +1,9 @@
 #include "tools/vorlen-monitor/status_command.h"
 
+#include "platform/text.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
-#include "tools/vorlen-monitor/text.h"
 #include "vorlen/diagnostics.h"
 #include "vorlen/status.h"
 
@@ -48,7 +48,7 @@ void addKitModels(const std::vector<std::string>& names) {
                                                "\" is no model name: give --kit-model one name, of "
                                                "at least one character and without ';'");
         }
-        models += (models.empty() ? L"" : L";") + toUtf16(name);
+        models += (models.empty() ? L"" : L";") + toUtf16Lossy(name);
     }
     if (SetEnvironmentVariableW(kitModelsVariable, models.c_str()) == FALSE) {
         throw Failure(ExitCode::internal,

@@ -1,5 +1,6 @@
 #include "tools/vorlen-monitor/table.h"
 
+#include "platform/safe_text.h"
 #include "tools/vorlen-monitor/text.h"
 
 #include <algorithm>

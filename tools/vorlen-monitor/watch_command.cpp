@@ -1,5 +1,6 @@
 #include "tools/vorlen-monitor/watch_command.h"
 
+#include "platform/safe_text.h"
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/records.h"
 #include "tools/vorlen-monitor/repeating_timer.h"

@@ -1,5 +1,6 @@
 #include "tools/vorlen-monitor/windows_command.h"
 
+#include "platform/text.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/records.h"
 #include "tools/vorlen-monitor/table.h"
@@ -48,13 +49,13 @@ std::string titleOf(HWND window) {
     std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     title.resize(static_cast<std::size_t>(
         GetWindowTextW(window, title.data(), static_cast<int>(title.size()))));
-    return toUtf8(title);
+    return toUtf8Lossy(title);
 }
 
 std::string classNameOf(HWND window) {
     std::array<wchar_t, 257> name{}; // a class name has at most 256 characters
     const int length = GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return toUtf8({name.data(), static_cast<std::size_t>(length)});
+    return toUtf8Lossy({name.data(), static_cast<std::size_t>(length)});
 }
 
 } // namespace

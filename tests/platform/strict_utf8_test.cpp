@@ -1,4 +1,4 @@
-#include "monitor/service/utf8.h"
+#include "platform/text.h"
 
 #include <windows.h>
 
@@ -36,7 +36,7 @@ std::optional<std::string> platformUtf8(const std::wstring& text) {
 
 std::optional<std::string> ownUtf8(const std::wstring& text) {
     try {
-        return toUtf8(text);
+        return toUtf8Strict(text);
     } catch (const std::range_error& error) {
         EXPECT_STREQ(error.what(), "bad conversion");
         return std::nullopt;
@@ -77,16 +77,16 @@ TEST(Utf8, holds_at_the_boundaries_of_every_length) {
         {L"\xDBFF\xDFFF", "\xF4\x8F\xBF\xBF"},
     };
     for (const auto& [text, bytes] : boundaries) {
-        EXPECT_EQ(toUtf8(text), bytes) << unitsOf(text);
+        EXPECT_EQ(toUtf8Strict(text), bytes) << unitsOf(text);
     }
 }
 
 TEST(Utf8, of_nothing_is_nothing) {
-    EXPECT_EQ(toUtf8(L""), "");
+    EXPECT_EQ(toUtf8Strict(L""), "");
 }
 
 TEST(Utf8, keeps_zero_units_inside_a_text) {
-    EXPECT_EQ(toUtf8(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
+    EXPECT_EQ(toUtf8Strict(std::wstring_view(L"a\0b", 3)), std::string("a\0b", 3));
 }
 
 TEST(Utf8, refuses_an_unpaired_surrogate_wherever_it_stands) {

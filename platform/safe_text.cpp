@@ -1,0 +1,62 @@
+#include "platform/safe_text.h"
+
+#include "platform/text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorlen {
+
+namespace {
+
+struct Range {
+    wchar_t first;
+    wchar_t last;
+};
+
+// Beyond ASCII: the second block of control characters, the separators, and the characters with
+// the property Bidi_Control. All of them are single UTF-16 units.
+constexpr std::array controlsBeyondAscii{
+    Range{0x007F, 0x009F}, Range{0x061C, 0x061C}, Range{0x200E, 0x200F},
+    Range{0x2028, 0x202E}, Range{0x2066, 0x2069},
+};
+
+bool isControlBeyondAscii(wchar_t unit) {
+    return std::any_of(
+        controlsBeyondAscii.begin(), controlsBeyondAscii.end(),
+        [=](const Range& range) { return unit >= range.first && unit <= range.last; });
+}
+
+bool isControl(wchar_t unit) {
+    return unit < 0x20 || isControlBeyondAscii(unit);
+}
+
+std::wstring fourHexDigits(wchar_t unit, std::wstring_view digits) {
+    std::wstring text;
+    for (int shift = 12; shift >= 0; shift -= 4) {
+        text += digits[static_cast<std::size_t>(unit >> shift) & 0xF];
+    }
+    return text;
+}
+
+} // namespace
+
+std::string spellControls(std::string_view text) {
+    std::wstring spelled;
+    for (const wchar_t unit : toUtf16Lossy(text)) {
+        spelled += isControl(unit) ? L"<U+" + fourHexDigits(unit, L"0123456789ABCDEF") + L">"
+                                   : std::wstring(1, unit);
+    }
+    return toUtf8Lossy(spelled);
+}
+
+std::string spellControlsInJson(std::string_view document) {
+    std::wstring spelled;
+    for (const wchar_t unit : toUtf16Lossy(document)) {
+        spelled += isControlBeyondAscii(unit) ? L"\\u" + fourHexDigits(unit, L"0123456789abcdef")
+                                              : std::wstring(1, unit);
+    }
+    return toUtf8Lossy(spelled);
+}
+
+} // namespace vorlen

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// Conversions of text. Any thread. Exhausted memory leaves as std::bad_alloc, a text of more than
+// 2 GB as std::length_error.
+
+namespace vorlen {
+
+// UTF-8. Throws std::range_error "bad conversion" when the text has an unpaired surrogate.
+std::string toUtf8Strict(std::wstring_view text);
+
+// UTF-8; an unpaired surrogate becomes U+FFFD.
+std::string toUtf8Lossy(std::wstring_view text);
+
+// UTF-16; a byte that belongs to no character becomes U+FFFD.
+std::wstring toUtf16Lossy(std::string_view text);
+
+// Intended: names for the runtime's core keep the low 8 bits of each UTF-16 unit, without any
+// encoding. ASCII arrives unchanged, any other character as the low byte of its unit.
+std::string lowBytes(std::wstring_view text);
+
+// The text up to its first zero, or all of it.
+constexpr std::wstring_view untilZero(std::wstring_view text) {
+    return text.substr(0, text.find(L'\0'));
+}
+
+// The text of a fixed-size field of a platform structure, up to its terminating zero or, should the
+// system have left that out, to the end of the field.
+template <std::size_t units>
+std::wstring textOf(const wchar_t (&field)[units]) {
+    return std::wstring(untilZero({field, units}));
+}
+
+} // namespace vorlen
