@@ -2,7 +2,7 @@
 #include "benchmark/plain_windows.h"
 #include "benchmark/simulated_module.h"
 #include "tests/support/allocations.h"
-#include "tests/support/loaded_image.h"
+#include "simulation/loaded_image.h"
 
 #include <malloc.h>
 

@@ -1,6 +1,6 @@
 #include "benchmark/host_monitor_list.h"
 
-#include "tests/support/import_redirect.h"
+#include "simulation/import_redirect.h"
 
 namespace bench {
 

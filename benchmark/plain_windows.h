@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/support/import_redirect.h"
+#include "simulation/import_redirect.h"
 
 #include <windows.h>
 

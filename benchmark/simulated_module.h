@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
 #include "tests/support/display_modes.h"
 #include "tests/support/module_under_test.h"
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
 #include "tests/support/display_modes.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

@@ -1,8 +1,9 @@
 #include "monitor/service/ui_records.h"
+#include "simulation/variants.h"
 #include "tests/hostile/hostile_texts.h"
-#include "tests/simulated_desktop/variants.h"
 #include "tests/support/log_recorder.h"
 #include "tests/support/module_test.h"
+#include "tests/support/simulation.h"
 
 #include <gmock/gmock.h>
 

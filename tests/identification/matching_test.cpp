@@ -1,5 +1,6 @@
+#include "simulation/variants.h"
 #include "tests/identification/identification_test.h"
-#include "tests/simulated_desktop/variants.h"
+#include "tests/support/simulation.h"
 
 namespace tests {
 namespace {

@@ -1,6 +1,7 @@
 #include "tests/identification/real_com.h"
 
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
+#include "tests/support/simulation.h"
 
 #include <wbemidl.h>
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include "tests/simulated_desktop/wmi_provider.h"
-#include "tests/support/current.h"
-#include "tests/support/import_redirect.h"
+#include "simulation/current.h"
+#include "simulation/import_redirect.h"
+#include "simulation/wmi_provider.h"
 #include "tests/support/signal.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

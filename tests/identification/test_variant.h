@@ -1,7 +1,8 @@
 #pragma once
 
 #include "monitor/display/variant_text.h"
-#include "tests/simulated_desktop/variants.h"
+#include "simulation/variants.h"
+#include "tests/support/simulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
+#include "simulation/loaded_image.h"
 #include "tests/support/library.h"
-#include "tests/support/loaded_image.h"
+#include "tests/support/simulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "runtime/core.h"
-#include "tests/simulated_desktop/journal.h"
-#include "tests/simulated_desktop/redirects.h"
-#include "tests/support/current.h"
+#include "simulation/current.h"
+#include "simulation/journal.h"
+#include "simulation/redirects.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

@@ -1,6 +1,7 @@
 // A program that logs while it ends, for log_at_exit_test.cpp: its argument says how.
+#include "simulation/import_redirect.h"
 #include "tests/runtime/logging_image.h"
-#include "tests/support/import_redirect.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

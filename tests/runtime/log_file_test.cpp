@@ -1,5 +1,6 @@
+#include "simulation/import_redirect.h"
 #include "tests/runtime/logger_fixture.h"
-#include "tests/support/import_redirect.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

@@ -1,10 +1,11 @@
 #include "monitor/service/monitor_data.h"
 #include "runtime/core.h"
+#include "simulation/simulated_desktop.h"
 #include "tests/recording_runtime/core_calls.h"
 #include "tests/recording_runtime/recording_runtime.h"
-#include "tests/simulated_desktop/simulated_desktop.h"
 #include "tests/support/display_modes.h"
 #include "tests/support/service_members.h"
+#include "tests/support/simulation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,8 +1,9 @@
 #include "monitor/service/monitor_data.h"
 #include "monitor/service/ui_records.h"
 #include "runtime/monitor_record.h"
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
 #include "tests/support/private_member.h"
+#include "tests/support/simulation.h"
 
 #include <gtest/gtest.h>
 

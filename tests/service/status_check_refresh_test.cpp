@@ -1,5 +1,6 @@
+#include "simulation/loaded_image.h"
 #include "tests/service/status_check.h"
-#include "tests/support/loaded_image.h"
+#include "tests/support/simulation.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

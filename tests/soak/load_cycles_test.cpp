@@ -1,7 +1,8 @@
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
 #include "tests/soak/loaded_products.h"
 #include "tests/soak/process_state.h"
 #include "tests/support/display_modes.h"
+#include "tests/support/simulation.h"
 
 #include <optional>
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "tests/simulated_desktop/windows.h"
+#include "simulation/windows.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

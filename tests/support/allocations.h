@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tests/support/current.h"
-#include "tests/support/import_redirect.h"
+#include "simulation/current.h"
+#include "simulation/import_redirect.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

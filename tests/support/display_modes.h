@@ -1,6 +1,7 @@
 #pragma once
 
-#include "tests/simulated_desktop/monitors.h"
+#include "simulation/monitors.h"
+#include "tests/support/simulation.h"
 
 namespace tests {
 

@@ -1,9 +1,10 @@
 #pragma once
 
 #include "runtime/logger.h"
-#include "tests/simulated_desktop/journal.h"
-#include "tests/support/current.h"
-#include "tests/support/import_redirect.h"
+#include "simulation/current.h"
+#include "simulation/import_redirect.h"
+#include "simulation/journal.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

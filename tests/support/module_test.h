@@ -1,9 +1,10 @@
 #pragma once
 
+#include "simulation/simulated_desktop.h"
 #include "tests/recording_runtime/core_calls.h"
-#include "tests/simulated_desktop/simulated_desktop.h"
 #include "tests/support/display_modes.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/simulation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
-#include "tests/support/import_redirect.h"
+#include "simulation/import_redirect.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/simulation.h"
 
 #include <gtest/gtest.h>
 

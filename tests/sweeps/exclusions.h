@@ -1,6 +1,7 @@
 #pragma once
 
-#include "tests/support/loaded_image.h"
+#include "simulation/loaded_image.h"
+#include "tests/support/simulation.h"
 
 namespace tests {
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "tests/simulated_desktop/journal.h"
+#include "simulation/journal.h"
+#include "tests/support/simulation.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,5 +1,6 @@
-#include "tests/support/loaded_image.h"
+#include "simulation/loaded_image.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/simulation.h"
 #include "tests/sweeps/exclusions.h"
 #include "tests/sweeps/failures.h"
 #include "tests/sweeps/operations.h"

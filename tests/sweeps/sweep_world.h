@@ -1,9 +1,10 @@
 #pragma once
 
+#include "simulation/simulated_desktop.h"
 #include "tests/recording_runtime/core_calls.h"
-#include "tests/simulated_desktop/simulated_desktop.h"
 #include "tests/support/log_recorder.h"
 #include "tests/support/module_under_test.h"
+#include "tests/support/simulation.h"
 #include "tests/sweeps/failing_imports.h"
 
 #include <windows.h>

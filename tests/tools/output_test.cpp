@@ -1,4 +1,4 @@
-#include "tests/support/import_redirect.h"
+#include "simulation/import_redirect.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/output.h"
 

@@ -1,6 +1,7 @@
 #include "monitor/windows/window_info.h"
+#include "simulation/import_redirect.h"
 #include "tests/support/allocations.h"
-#include "tests/support/import_redirect.h"
+#include "tests/support/simulation.h"
 #include "tests/windows/windows_test.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "monitor/windows/window_list.h"
-#include "tests/simulated_desktop/simulated_desktop.h"
+#include "simulation/simulated_desktop.h"
+#include "tests/support/simulation.h"
 
 #include <windows.h>
 

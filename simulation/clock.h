@@ -1,0 +1,32 @@
+#pragma once
+
+#include "simulation/current.h"
+#include "simulation/journal.h"
+#include "simulation/redirects.h"
+
+#include <windows.h>
+
+#include <chrono>
+
+namespace simulation {
+
+// The time of the performance counter, and so of the steady clock: it stands still until a test
+// advances it. At the counter's 10 MHz a tick is 100 ns.
+class Clock : private Current<Clock> {
+public:
+    using Tick = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;
+
+    Clock(Redirects& redirects, Journal& calls);
+
+    void advance(std::chrono::nanoseconds time);
+
+private:
+    friend class Current<Clock>;
+    static WINBOOL WINAPI queryCounter(LARGE_INTEGER* counter);
+    static WINBOOL WINAPI queryFrequency(LARGE_INTEGER* frequency);
+
+    Journal& journal;
+    Tick now = std::chrono::hours(1);
+};
+
+} // namespace simulation

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "simulation/current.h"
+#include "simulation/journal.h"
+#include "simulation/redirects.h"
+
+#include <windows.h>
+
+#include <string>
+#include <vector>
+
+namespace simulation {
+
+struct SimulatedComboBox {
+    HWND handle = nullptr;
+    std::vector<std::wstring> entries;
+    bool destroyed = false;
+};
+
+struct SentMessage {
+    HWND window;
+    UINT message;
+    WPARAM wParam;
+    std::wstring text; // of CB_ADDSTRING
+};
+
+// The combo boxes of a host behind SendMessageW. A destroyed one answers 0 to everything. The reply
+// of a message is planned with the journal: fail("SendMessageW", n, CB_ERR).
+class ComboBoxes : private Current<ComboBoxes> {
+public:
+    ComboBoxes(Redirects& redirects, Journal& calls);
+
+    // Makes a combo box that shows these entries, and returns its handle.
+    HWND add(const std::vector<std::wstring>& entries = {});
+
+    SimulatedComboBox& box(HWND handle);
+    const std::vector<std::wstring>& entries(HWND handle) { return box(handle).entries; }
+
+    // Every message so far, also those that were answered by an error or sent to a destroyed box.
+    std::vector<SentMessage> messages;
+
+private:
+    friend class Current<ComboBoxes>;
+    LRESULT process(SimulatedComboBox& target, UINT message, WPARAM wParam, LPARAM lParam);
+    static LRESULT WINAPI sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    Journal& journal;
+    std::vector<SimulatedComboBox> all;
+};
+
+} // namespace simulation

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <stdexcept>
+
+namespace simulation {
+
+// Base of what may be there once at a time. Replacements of imported functions are plain functions,
+// which find their object here.
+template <typename Part>
+class Current {
+public:
+    Current(const Current&) = delete;
+    Current& operator=(const Current&) = delete;
+
+    static Part& get() { return *part; }
+
+protected:
+    Current() {
+        if (part != nullptr) {
+            throw std::logic_error("only one object of this class may live at a time");
+        }
+        part = static_cast<Part*>(this);
+    }
+    ~Current() { part = nullptr; }
+
+private:
+    static inline Part* part = nullptr;
+};
+
+} // namespace simulation

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "simulation/current.h"
+#include "simulation/journal.h"
+#include "simulation/redirects.h"
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace simulation {
+
+// A display mode in the words of DEVMODEW.
+struct DisplayMode {
+    LONG x = 0;
+    LONG y = 0;
+    DWORD width = 0;
+    DWORD height = 0;
+    DWORD frequency = 0;
+};
+
+struct SimulatedMonitor {
+    HMONITOR handle = nullptr;
+    std::wstring deviceName;
+    std::optional<DisplayMode> mode; // nothing: its settings cannot be read
+    RECT rectangle{};                // as GetMonitorInfoW tells it
+    bool informationReadable = true;
+};
+
+// The monitors of the desktop behind EnumDisplayMonitors, GetMonitorInfoW and EnumDisplaySettingsW.
+// Every argument is checked as strictly as the platform might one day.
+class Monitors : private Current<Monitors> {
+public:
+    Monitors(Redirects& redirects, Journal& calls);
+
+    // Adds a monitor behind the others. Its rectangle is that of its mode.
+    SimulatedMonitor& add(const std::wstring& deviceName, std::optional<DisplayMode> mode);
+
+    // In the system's order.
+    std::vector<SimulatedMonitor> all;
+
+    // Whether a device without a name has the settings of the first monitor, as under Wine; else
+    // its settings cannot be read.
+    bool noNameIsFirst = false;
+
+private:
+    friend class Current<Monitors>;
+    const SimulatedMonitor* find(HMONITOR handle) const;
+    static WINBOOL WINAPI enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
+                                    LPARAM parameter);
+    static WINBOOL WINAPI getInformation(HMONITOR handle, LPMONITORINFO information);
+    static WINBOOL WINAPI enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode);
+
+    Journal& journal;
+    INT_PTR lastHandle = 0x10000;
+};
+
+} // namespace simulation

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "simulation/wmi_provider.h"
+
+#include <windows.h>
+
+#include <unknwn.h>
+
+#include <atomic>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace simulation {
+
+// The reference count of one of the provider's objects.
+class WmiObject {
+public:
+    WmiObject(WmiProvider& owner, std::string interfaceName)
+        : provider(owner), name(std::move(interfaceName)) {}
+    virtual ~WmiObject() = default;
+    WmiObject(const WmiObject&) = delete;
+    WmiObject& operator=(const WmiObject&) = delete;
+
+    // Makes an object that belongs to the provider, with one reference, which is the caller's.
+    template <typename Object, typename... Arguments>
+    static Object* make(WmiProvider& provider, Arguments&&... arguments) {
+        auto object = std::make_unique<Object>(provider, std::forward<Arguments>(arguments)...);
+        Object* const result = object.get();
+        provider.objects.push_back(std::move(object));
+        return result;
+    }
+
+    bool isHeld() const { return references > 0; }
+
+protected:
+    ULONG hold();
+    ULONG letGo();
+
+    // Notes the call; returns the status that it is to end with, if a test has planned one.
+    std::optional<HRESULT> enter(const std::string& method);
+
+    // For methods that nobody is to call.
+    HRESULT refuse(const std::string& method);
+
+    WmiProvider& provider;
+
+public:
+    const std::string name;
+
+private:
+    std::atomic<ULONG> references = 1;
+};
+
+// Nothing deletes a COM object through its interface: it has no virtual destructor to be.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
+// An object with one interface.
+template <typename Interface>
+class WmiObjectOf : public Interface, public WmiObject {
+public:
+    using WmiObject::WmiObject;
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        if (iid != __uuidof(Interface) && iid != __uuidof(IUnknown)) {
+            *object = nullptr;
+            return E_NOINTERFACE;
+        }
+        hold();
+        *object = static_cast<Interface*>(this);
+        return S_OK;
+    }
+    ULONG STDMETHODCALLTYPE AddRef() override { return hold(); }
+    ULONG STDMETHODCALLTYPE Release() override { return letGo(); }
+};
+
+#pragma GCC diagnostic pop
+
+} // namespace simulation
