@@ -2,7 +2,7 @@
 #include "benchmark/list_rows.h"
 #include "benchmark/measurement.h"
 #include "benchmark/simulated_module.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/module_under_test.h"
 
 #include <algorithm>
 

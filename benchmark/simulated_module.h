@@ -1,8 +1,8 @@
 #pragma once
 
 #include "simulation/simulated_desktop.h"
-#include "tests/support/display_modes.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/display_modes.h"
+#include "tests/fixtures/module_under_test.h"
 
 #include <string>
 

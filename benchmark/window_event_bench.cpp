@@ -2,8 +2,8 @@
 #include "benchmark/hook_procedure.h"
 #include "benchmark/host_window_list.h"
 #include "benchmark/measurement.h"
-#include "tests/support/module_under_test.h"
-#include "tests/windows_real/other_program.h"
+#include "tests/fixtures/module_under_test.h"
+#include "tests/fixtures/other_program.h"
 
 #include <algorithm>
 

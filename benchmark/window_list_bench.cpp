@@ -4,8 +4,8 @@
 #include "benchmark/measurement.h"
 #include "benchmark/plain_windows.h"
 #include "benchmark/simulated_module.h"
-#include "tests/support/module_under_test.h"
-#include "tests/windows_real/other_program.h"
+#include "tests/fixtures/module_under_test.h"
+#include "tests/fixtures/other_program.h"
 
 namespace bench {
 

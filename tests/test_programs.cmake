@@ -8,6 +8,7 @@ function(vorlen_tests name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "UNACCOUNTED" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
     set(program ${name}_tests)
     add_executable(${program} ${arg_SOURCES}
+        ${PROJECT_SOURCE_DIR}/tests/fixtures/simulation_reports.cpp
         ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp
         ${PROJECT_SOURCE_DIR}/tests/support/heap_check.cpp)
     if(NOT arg_UNACCOUNTED)
@@ -15,7 +16,7 @@ function(vorlen_tests name)
     endif()
     set_target_properties(${program} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests/${arg_FOLDER})
-    target_link_libraries(${program} PRIVATE test_support gmock_main ${arg_LIBRARIES})
+    target_link_libraries(${program} PRIVATE test_fixtures gmock_main ${arg_LIBRARIES})
     if(arg_NEEDS)
         add_dependencies(${program} ${arg_NEEDS})
     endif()

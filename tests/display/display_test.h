@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulation/simulated_desktop.h"
-#include "tests/support/display_modes.h"
+#include "tests/fixtures/display_modes.h"
 #include "tests/support/simulation.h"
 
 #include <windows.h>

@@ -1,5 +1,5 @@
 #include "monitor/display/monitor_info.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 #include "tests/support/other_thread.h"
 
 #include <gmock/gmock.h>

@@ -1,5 +1,5 @@
-#include "tests/support/module_test.h"
-#include "tests/support/service_members.h"
+#include "tests/fixtures/module_test.h"
+#include "tests/fixtures/service_members.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 
 #include <gmock/gmock.h>
 

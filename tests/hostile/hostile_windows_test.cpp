@@ -1,7 +1,7 @@
 #include "monitor/service/ui_records.h"
 #include "tests/hostile/hostile_texts.h"
-#include "tests/support/log_recorder.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/module_test.h"
 
 #include <gmock/gmock.h>
 

@@ -1,8 +1,8 @@
 #include "monitor/service/ui_records.h"
 #include "tests/hostile/poisoned_memory.h"
-#include "tests/support/log_recorder.h"
-#include "tests/support/module_test.h"
-#include "tests/windows/live_list.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/module_test.h"
+#include "tests/fixtures/live_list.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tests/support/account.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

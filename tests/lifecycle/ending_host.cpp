@@ -4,10 +4,10 @@
 #include "monitor/display/monitor_info.h"
 #include "monitor/service/ui_records.h"
 #include "simulation/import_redirect.h"
-#include "tests/recording_runtime/recording_runtime.h"
-#include "tests/runtime/shipped_runtime.h"
+#include "tests/fixtures/recording_runtime/recording_runtime.h"
+#include "tests/fixtures/shipped_runtime.h"
 #include "tests/support/library.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/support/simulation.h"
 
 #include <windows.h>

@@ -1,5 +1,5 @@
 #include "tests/support/allocations.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 
 #include <gmock/gmock.h>
 

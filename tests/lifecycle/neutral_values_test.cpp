@@ -1,5 +1,5 @@
 #include "monitor/service/ui_records.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 #include "tests/support/signal.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,6 @@
 #include "tests/runtime/captured_standard_error.h"
 #include "tests/runtime/logger_fixture.h"
-#include "tests/runtime/shipped_runtime.h"
+#include "tests/fixtures/shipped_runtime.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

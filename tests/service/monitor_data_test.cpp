@@ -1,10 +1,10 @@
 #include "monitor/service/monitor_data.h"
 #include "runtime/core.h"
 #include "simulation/simulated_desktop.h"
-#include "tests/recording_runtime/core_calls.h"
-#include "tests/recording_runtime/recording_runtime.h"
-#include "tests/support/display_modes.h"
-#include "tests/support/service_members.h"
+#include "tests/fixtures/recording_runtime/core_calls.h"
+#include "tests/fixtures/recording_runtime/recording_runtime.h"
+#include "tests/fixtures/display_modes.h"
+#include "tests/fixtures/service_members.h"
 #include "tests/support/simulation.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/log_recorder.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/module_test.h"
 
 #include <cstdint>
 #include <string>

@@ -1,7 +1,7 @@
 #include "monitor/service/ui_records.h"
 #include "simulation/simulated_desktop.h"
 #include "tests/support/allocations.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/support/simulation.h"
 #include "tests/windows/window_module_test.h"
 

@@ -1,6 +1,6 @@
 #include "tests/support/allocations.h"
-#include "tests/support/log_recorder.h"
-#include "tests/windows/live_list.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/live_list.h"
 #include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "simulation/simulated_desktop.h"
 #include "tests/soak/loaded_products.h"
 #include "tests/soak/process_state.h"
-#include "tests/support/display_modes.h"
+#include "tests/fixtures/display_modes.h"
 #include "tests/support/simulation.h"
 
 #include <optional>

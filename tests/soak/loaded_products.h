@@ -1,9 +1,9 @@
 #pragma once
 
 #include "monitor/display/monitor_info.h"
-#include "tests/runtime/shipped_runtime.h"
+#include "tests/fixtures/shipped_runtime.h"
 #include "tests/support/library.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/module_under_test.h"
 
 #include <windows.h>
 

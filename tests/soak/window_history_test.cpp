@@ -1,7 +1,7 @@
 #include "tests/soak/window_history.h"
-#include "tests/support/log_recorder.h"
-#include "tests/support/module_test.h"
-#include "tests/windows/live_list.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/module_test.h"
+#include "tests/fixtures/live_list.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,5 @@
 #include "runtime/logger.h"
-#include "tests/support/log_recorder.h"
+#include "tests/fixtures/log_recorder.h"
 
 #include <windows.h>
 

@@ -1,5 +1,5 @@
 #include "tests/support/allocations.h"
-#include "tests/support/service_members.h"
+#include "tests/fixtures/service_members.h"
 #include "tests/sweeps/operations.h"
 #include "tests/sweeps/outcome.h"
 

@@ -1,6 +1,6 @@
 #include "tests/sweeps/failures.h"
 
-#include "tests/support/mangled_names.h"
+#include "tests/fixtures/mangled_names.h"
 
 #include <windows.h>
 

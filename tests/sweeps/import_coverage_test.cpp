@@ -1,5 +1,5 @@
 #include "simulation/loaded_image.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/support/simulation.h"
 #include "tests/sweeps/exclusions.h"
 #include "tests/sweeps/failures.h"

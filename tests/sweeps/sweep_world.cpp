@@ -1,9 +1,9 @@
 #include "tests/sweeps/sweep_world.h"
 
 #include "monitor/service/ui_records.h"
-#include "tests/support/display_modes.h"
-#include "tests/support/service_members.h"
-#include "tests/windows/live_list.h"
+#include "tests/fixtures/display_modes.h"
+#include "tests/fixtures/service_members.h"
+#include "tests/fixtures/live_list.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

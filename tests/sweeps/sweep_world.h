@@ -1,9 +1,9 @@
 #pragma once
 
 #include "simulation/simulated_desktop.h"
-#include "tests/recording_runtime/core_calls.h"
-#include "tests/support/log_recorder.h"
-#include "tests/support/module_under_test.h"
+#include "tests/fixtures/recording_runtime/core_calls.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/support/simulation.h"
 #include "tests/sweeps/failing_imports.h"
 

@@ -1,4 +1,4 @@
-#include "tests/support/log_recorder.h"
+#include "tests/fixtures/log_recorder.h"
 #include "tests/support/other_thread.h"
 #include "tests/support/private_member.h"
 #include "tests/windows/windows_test.h"

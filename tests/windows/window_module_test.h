@@ -1,7 +1,7 @@
 #pragma once
 
 #include "monitor/service/ui_records.h"
-#include "tests/support/module_test.h"
+#include "tests/fixtures/module_test.h"
 
 #include <windows.h>
 

@@ -1,4 +1,4 @@
-#include "tests/windows/live_list.h"
+#include "tests/fixtures/live_list.h"
 #include "tests/windows_real/real_windows_test.h"
 
 #include <gmock/gmock.h>

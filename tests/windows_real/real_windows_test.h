@@ -1,9 +1,9 @@
 #pragma once
 
 #include "monitor/service/ui_records.h"
-#include "tests/support/module_under_test.h"
-#include "tests/windows_real/message_pump.h"
-#include "tests/windows_real/other_program.h"
+#include "tests/fixtures/module_under_test.h"
+#include "tests/fixtures/message_pump.h"
+#include "tests/fixtures/other_program.h"
 
 #include <windows.h>
 
