@@ -56,7 +56,8 @@ namespace {
 // Registers the module while the library is being loaded, before anything of it can be called.
 const struct Registration {
     Registration() {
-        Vorlen_RegisterModuleVersion("monitor", 2, 0, 4);
+        Vorlen_RegisterModuleVersion("monitor", VORLEN_VERSION_MAJOR, VORLEN_VERSION_MINOR,
+                                     VORLEN_VERSION_PATCH);
         runtime_internal::RegisterMonitorWrapper(makeMonitorWrapper());
         runtime_internal::RegisterWindowEnumWrapper(makeWindowEnumWrapper());
         Vorlen_RegisterModuleInit(initModule);

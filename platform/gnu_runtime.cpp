@@ -1,5 +1,22 @@
-// What GCC's runtime libraries, linked statically into an image, would leave behind in a process
-// that loads and unloads the image many times.
+// Replaces parts of GCC's C++ runtime. Linked statically into a library, they leave memory, handles
+// and thread slots behind in a process that loads and unloads the library many times.
+//
+// Symbol                      What the runtime's own definition leaves behind
+// __cxa_guard_acquire,
+// __cxa_guard_release,
+// __cxa_guard_abort           a mutex and a condition variable for function-local statics
+// __cxa_get_globals,
+// __cxa_get_globals_fast      13 heap blocks, a slot and 4 handles of a thread_local, per image that
+//                             throws
+//
+// The linker takes our definitions because object files are linked before archives: it pulls a
+// member of libstdc++.a only for a symbol that is still undefined. Beside that, __freeres gives back
+// the 73 KB that the library sets aside for exceptions that are thrown when there is no memory.
+//
+// Checked with the libstdc++ of GCC 12, linked by GCC 12 and by Clang 14 with lld 14. With another
+// version: see that the layout of __cxa_eh_globals and of guards is the same, that the symbols above
+// are defined in the map file of a library by this file alone, and run the tests `soak`,
+// `soak_real` and `lifecycle`.
 
 #include <windows.h>
 
@@ -9,6 +26,10 @@
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
+
+#if _GLIBCXX_RELEASE != 12
+#error "checked with the libstdc++ of GCC 12 only: see above what to check, then change this line"
+#endif
 
 // Memory that the library sets aside for exceptions that are thrown when there is none left.
 namespace __gnu_cxx {

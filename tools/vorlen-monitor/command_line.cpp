@@ -183,7 +183,7 @@ std::vector<std::string> commandLineArguments() {
 
 Request parseCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app("Shows what the monitor library knows about the desktop.", program);
-    app.set_version_flag("--version", std::string(program) + " " VORLEN_MONITOR_VERSION,
+    app.set_version_flag("--version", std::string(program) + " " VORLEN_VERSION,
                          "Print the version and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line;\n"
