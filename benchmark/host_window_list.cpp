@@ -20,7 +20,7 @@ bool isBlocked(const HostWindow& window) {
 
 BOOL CALLBACK append(HWND window, LPARAM parameter) {
     HostWindow read;
-    if (isOffered(window, read)) {
+    if (isCapturable(window, read)) {
         reinterpret_cast<std::vector<HostWindow>*>(parameter)->push_back(std::move(read));
     }
     return TRUE;
@@ -28,7 +28,7 @@ BOOL CALLBACK append(HWND window, LPARAM parameter) {
 
 } // namespace
 
-bool isOffered(HWND window, HostWindow& read) {
+bool isCapturable(HWND window, HostWindow& read) {
     wchar_t title[256];
     wchar_t className[256];
     const int length = GetWindowTextW(window, title, 256);

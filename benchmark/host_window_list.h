@@ -18,6 +18,6 @@ struct HostWindow {
 std::vector<HostWindow> listWindowsAfresh();
 
 // The filter: whether the window can be shown, and what was read of it.
-bool isOffered(HWND window, HostWindow& read);
+bool isCapturable(HWND window, HostWindow& read);
 
 } // namespace bench

@@ -10,7 +10,7 @@
 namespace bench {
 
 // The windows' part of a platform that costs next to nothing: every handle is that of a window that
-// can be offered, any number of them is on the desktop when the library starts, and combo boxes
+// is capturable, any number of them is on the desktop when the library starts, and combo boxes
 // take every message. While the object lives; it is to be put over a simulated desktop.
 class PlainWindows {
 public:

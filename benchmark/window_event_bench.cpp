@@ -51,7 +51,7 @@ private:
 
     void add(HWND window) {
         HostWindow read;
-        if (isOffered(window, read)) {
+        if (isCapturable(window, read)) {
             windows.push_back(std::move(read));
         }
     }

@@ -24,7 +24,7 @@ bool getCheckedMonitor(MonitorListItem* item) {
     return true;
 }
 
-const char* getWindowRefusal(void* window) {
+const char* getReasonNotCapturable(void* window) {
     return reasonNotCapturable(WindowInfo(static_cast<HWND>(window)));
 }
 

@@ -14,7 +14,7 @@
 
 namespace simulation {
 
-// A top-level window, by itself one that may be offered.
+// A top-level window, capturable as it is made.
 struct SimulatedWindow {
     HWND handle = nullptr;
     std::wstring title;

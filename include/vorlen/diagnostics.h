@@ -37,22 +37,22 @@ VORLEN_MONITOR_API int32_t getLastMonitorStatus(void);
 VORLEN_MONITOR_API bool getCheckedMonitor(MonitorListItem* item);
 
 /*
- * Why a window is not offered for showing on the kit's monitor. Looks at the window as it is now.
+ * Why a window is not capturable, so that it cannot be shown on the kit's monitor. Looks at the window as it is now.
  *
  * window    HWND, borrowed; of any process; need not be valid
  * returns   the name of the first test of the capture filter that excludes the window, such as
- *           "disabled"; NULL when the window may be offered
+ *           "disabled"; NULL when the window is capturable
  * thread    any thread, with or without a service; waits for the window's thread when the window
  *           belongs to the calling process
  * lifetime  the text is a constant of the library, valid until it is unloaded
  * errors    exhausted memory leaves as the C++ exception std::bad_alloc
  */
-VORLEN_MONITOR_API const char* getWindowRefusal(void* window);
+VORLEN_MONITOR_API const char* getReasonNotCapturable(void* window);
 
 /*
  * Reads the list of windows again, for a host that cannot rely on events alone (getWindowList in
  * vorlen/monitor.h says what they miss): ends the list and its event hook, and makes a new list of
- * the windows that may be offered now, in the system's order and with their present titles. The new
+ * the windows that are capturable now, in the system's order and with their present titles. The new
  * list follows events in the same way. Combo boxes that the runtime registered for updates belong
  * to the old list: they keep their entries and are no longer updated. Register them again through
  * the runtime's table.

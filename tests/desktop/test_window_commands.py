@@ -86,7 +86,7 @@ def watching(desktop):
         watch.process.communicate()
 
 
-def test_a_shown_window_is_offered_with_its_texts(desktop, maker):
+def test_a_shown_window_is_capturable_with_its_texts(desktop, maker):
     window = maker.create("shown é あ 😀")
     maker.show(window)
     assert windows_of(desktop)[window] == {
@@ -100,8 +100,8 @@ def test_a_shown_window_is_offered_with_its_texts(desktop, maker):
 
 
 def test_all_says_why_a_window_is_kept_out(desktop, maker):
-    offered = maker.create("offered")
-    maker.show(offered)
+    capturable = maker.create("offered")
+    maker.show(capturable)
     hidden = maker.create("hidden")
     disabled = maker.create("disabled", WS_POPUP | WS_DISABLED)
     maker.show(disabled)
@@ -109,16 +109,16 @@ def test_all_says_why_a_window_is_kept_out(desktop, maker):
     maker.show(untitled)
 
     listed = windows_of(desktop, "--all")
-    reasons = {window: listed[window]["reason"] for window in (offered, hidden, disabled, untitled)}
+    reasons = {window: listed[window]["reason"] for window in (capturable, hidden, disabled, untitled)}
     assert reasons == {
-        offered: None,
+        capturable: None,
         hidden: "not visible",
         disabled: "disabled",
         untitled: "no title",
     }
     assert set(windows_of(desktop)).isdisjoint({hidden, disabled, untitled})
     table = answer(desktop, "windows", "--all")
-    assert re.search(rf"^{hex(offered)} +yes +{CLASS_NAME} +offered$", table, re.M)
+    assert re.search(rf"^{hex(capturable)} +yes +{CLASS_NAME} +offered$", table, re.M)
     assert re.search(rf"^{hex(disabled)} +no: disabled +{CLASS_NAME} +disabled$", table, re.M)
 
 

@@ -35,7 +35,7 @@ protected:
         EXPECT_EQ(record.title, asFieldShows(title));
         EXPECT_EQ(record.className, asFieldShows(className));
         EXPECT_EQ(module.windowEnumWrapper().getWindowHandle(0), window);
-        EXPECT_EQ(module.exports->getWindowRefusal(window), nullptr);
+        EXPECT_EQ(module.exports->getReasonNotCapturable(window), nullptr);
     }
 
     LogRecorder log{module.image(), desktop.journal};
@@ -100,7 +100,7 @@ TEST_F(HostileWindow, that_claims_a_negative_length_is_not_listed) {
 struct Death {
     const char* call;
     std::size_t number;
-    const char* refusal;
+    const char* reason;
 };
 
 // The only answer that a dead window does not change is the last one, about cloaking.
@@ -115,7 +115,7 @@ TEST_F(HostileWindow, that_dies_while_its_refusal_is_looked_for_is_refused_for_w
         SCOPED_TRACE(death.call);
         SimulatedWindow& window = desktop.windows.add(L"title", L"ApplicationFrameWindow");
         desktop.journal.at(death.call, death.number, [&] { window.alive = false; });
-        EXPECT_STREQ(module.exports->getWindowRefusal(window.handle), death.refusal);
+        EXPECT_STREQ(module.exports->getReasonNotCapturable(window.handle), death.reason);
         EXPECT_FALSE(window.alive) << "the call was not made";
     }
 }

@@ -117,8 +117,8 @@ void makeBlockedWindow() {
 // What needs no service, is answered as before.
 void askWithoutService() {
     const LoadedModule& module = *images().module;
-    const char* const refusal = module.exports.getWindowRefusal(blockedWindow);
-    require(refusal != nullptr && std::string(refusal) == "blocked", "the window is blocked");
+    const char* const reason = module.exports.getReasonNotCapturable(blockedWindow);
+    require(reason != nullptr && std::string(reason) == "blocked", "the window is blocked");
     require(module.getMonitorPath(primaryMonitor) == pathOfPrimaryMonitor,
             "the monitor has its path");
 }

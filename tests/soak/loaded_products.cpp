@@ -43,7 +43,7 @@ void LoadedProducts::useLists() const {
     EXPECT_GT(windowCount, 0);
     std::vector<WindowListItem> windows(static_cast<std::size_t>(windowCount));
     EXPECT_EQ(functions.getWindowList(windows.data(), windowCount), windowCount);
-    EXPECT_EQ(functions.getWindowRefusal(windows[0].handle), nullptr);
+    EXPECT_EQ(functions.getReasonNotCapturable(windows[0].handle), nullptr);
 }
 
 void LoadedProducts::useNames() const {

@@ -8,7 +8,7 @@
 namespace tests {
 namespace {
 
-// Two combo boxes of the host, on a window that may be offered.
+// Two combo boxes of the host, on a window that is capturable.
 class HostWindow {
 public:
     HostWindow()

@@ -24,7 +24,7 @@ bool isHiddenBySystem(const SimulatedWindow& window) {
 void WindowModel::readDesktop() {
     listed.clear();
     for (const HWND handle : windows.order) {
-        if (mayBeOffered(handle)) {
+        if (isCapturable(handle)) {
             append(handle);
         }
     }
@@ -50,7 +50,7 @@ void WindowModel::receive(DWORD event, HWND handle, LONG object, LONG child) {
         return;
     }
     if (event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED) {
-        if (mayBeOffered(handle) && !isListed(handle)) {
+        if (isCapturable(handle) && !isListed(handle)) {
             append(handle);
         }
     }
@@ -61,7 +61,7 @@ bool WindowModel::isListed(HWND handle) const {
                        [=](const Entry& entry) { return entry.handle == handle; });
 }
 
-bool WindowModel::mayBeOffered(HWND handle) const {
+bool WindowModel::isCapturable(HWND handle) const {
     const SimulatedWindow* const window = windows.find(handle);
     return window != nullptr && window->alive && !window->title.empty() &&
            handle != windows.shellWindow && window->visible && window->root == handle &&

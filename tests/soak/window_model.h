@@ -49,7 +49,7 @@ public:
 
 private:
     bool isListed(HWND handle) const;
-    bool mayBeOffered(HWND handle) const;
+    bool isCapturable(HWND handle) const;
     void append(HWND handle);
     void remove(HWND handle);
     Box& boxOf(HWND handle);

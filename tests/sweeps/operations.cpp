@@ -84,9 +84,9 @@ std::vector<Operation> exports() {
              MonitorListItem item;
              w.module.exports->getCheckedMonitor(&item);
          }},
-        {"getWindowRefusal",
+        {"getReasonNotCapturable",
          [](auto& w) {
-             w.module.exports->getWindowRefusal(anyWindow(w));
+             w.module.exports->getReasonNotCapturable(anyWindow(w));
          }},
         {"restartWindowList",
          [](auto& w) {

@@ -16,7 +16,7 @@
 namespace tests {
 
 // The shipped library on a simulated desktop with two monitors, one of them the kit's, that WMI
-// knows, three windows that may be offered, and a fourth that is not there yet.
+// knows, three windows that are capturable, and a fourth that is not there yet.
 class SweepWorld {
 public:
     SweepWorld();

@@ -13,15 +13,15 @@ namespace {
 
 // One test of the filter: what makes it alone keep a window out, and the calls that have been made
 // by then.
-struct Refusal {
+struct Reason {
     const char* name;
     void (*bringAbout)(SimulatedDesktop& desktop, SimulatedWindow& window);
     std::vector<std::string> calls;
 };
 
 // In the order in which the filter makes them.
-const std::vector<Refusal>& refusals() {
-    static const std::vector<Refusal> all = {
+const std::vector<Reason>& reasons() {
+    static const std::vector<Reason> all = {
         {"no title", [](SimulatedDesktop&, SimulatedWindow& window) { window.title.clear(); }, {}},
         {"shell window",
          [](SimulatedDesktop& desktop, SimulatedWindow& window) {
@@ -68,41 +68,41 @@ const std::vector<Refusal>& refusals() {
 
 class CaptureFilterOrder : public WindowsTest, public testing::WithParamInterface<std::size_t> {
 protected:
-    static const Refusal& refusal() { return refusals()[GetParam()]; }
+    static const Reason& reason() { return reasons()[GetParam()]; }
 
     SimulatedWindow& window = desktop.windows.add(L"Title", L"Class");
 };
 
 TEST_P(CaptureFilterOrder, one_test_alone_keeps_a_window_out_and_no_later_one_is_made) {
-    refusal().bringAbout(desktop, window);
+    reason().bringAbout(desktop, window);
     const WindowInfo info(window.handle);
     desktop.journal.clear();
-    EXPECT_STREQ(reasonNotCapturable(info), refusal().name);
-    EXPECT_EQ(desktop.windowCalls(), refusal().calls);
+    EXPECT_STREQ(reasonNotCapturable(info), reason().name);
+    EXPECT_EQ(desktop.windowCalls(), reason().calls);
 }
 
 TEST_P(CaptureFilterOrder, the_first_of_two_failing_tests_decides) {
-    for (std::size_t later = GetParam() + 1; later < refusals().size(); ++later) {
-        SCOPED_TRACE(refusals()[later].name);
+    for (std::size_t later = GetParam() + 1; later < reasons().size(); ++later) {
+        SCOPED_TRACE(reasons()[later].name);
         SimulatedWindow& both = desktop.windows.add(L"Title", L"Class");
         // The later first: either may set the title.
-        refusals()[later].bringAbout(desktop, both);
-        refusal().bringAbout(desktop, both);
-        EXPECT_STREQ(reasonNotCapturable(WindowInfo(both.handle)), refusal().name);
+        reasons()[later].bringAbout(desktop, both);
+        reason().bringAbout(desktop, both);
+        EXPECT_STREQ(reasonNotCapturable(WindowInfo(both.handle)), reason().name);
     }
 }
 
 TEST_P(CaptureFilterOrder, the_first_of_all_failing_tests_from_here_on_decides) {
-    for (std::size_t later = refusals().size(); later-- > GetParam();) {
-        refusals()[later].bringAbout(desktop, window);
+    for (std::size_t later = reasons().size(); later-- > GetParam();) {
+        reasons()[later].bringAbout(desktop, window);
     }
-    EXPECT_STREQ(reasonNotCapturable(WindowInfo(window.handle)), refusal().name);
+    EXPECT_STREQ(reasonNotCapturable(WindowInfo(window.handle)), reason().name);
     EXPECT_FALSE(IsCapturableWindow(WindowInfo(window.handle)));
 }
 
 INSTANTIATE_TEST_SUITE_P(CaptureFilter, CaptureFilterOrder,
-                         testing::Range(std::size_t{0}, refusals().size()), [](const auto& tested) {
-                             std::string name = refusals()[tested.param].name;
+                         testing::Range(std::size_t{0}, reasons().size()), [](const auto& tested) {
+                             std::string name = reasons()[tested.param].name;
                              std::replace(name.begin(), name.end(), ' ', '_');
                              return name;
                          });

@@ -13,15 +13,15 @@ using testing::IsEmpty;
 
 class CaptureFilter : public WindowsTest {
 protected:
-    const char* refusal() const { return reasonNotCapturable(WindowInfo(window.handle)); }
+    const char* reason() const { return reasonNotCapturable(WindowInfo(window.handle)); }
 
-    void expectOffered() const {
-        EXPECT_EQ(refusal(), nullptr);
+    void expectCapturable() const {
+        EXPECT_EQ(reason(), nullptr);
         EXPECT_TRUE(IsCapturableWindow(WindowInfo(window.handle)));
     }
 
-    void expectRefused(const char* reason) const {
-        EXPECT_STREQ(refusal(), reason);
+    void expectRefused(const char* expected) const {
+        EXPECT_STREQ(reason(), expected);
         EXPECT_FALSE(IsCapturableWindow(WindowInfo(window.handle)));
     }
 
@@ -29,13 +29,13 @@ protected:
 };
 
 TEST_F(CaptureFilter, offers_an_ordinary_window) {
-    expectOffered();
+    expectCapturable();
 }
 
 TEST_F(CaptureFilter, offers_a_window_without_any_style) {
     window.style = 0;
     window.extendedStyle = 0;
-    expectOffered();
+    expectCapturable();
 }
 
 TEST_F(CaptureFilter, refuses_an_untitled_window) {
@@ -45,7 +45,7 @@ TEST_F(CaptureFilter, refuses_an_untitled_window) {
 
 TEST_F(CaptureFilter, takes_a_title_that_was_gone_when_it_was_read_for_a_title) {
     desktop.journal.at("GetWindowTextW", 1, [&] { window.title.clear(); });
-    EXPECT_EQ(refusal(), nullptr);
+    EXPECT_EQ(reason(), nullptr);
 }
 
 TEST_F(CaptureFilter, refuses_the_shell_window_though_it_is_visible) {
@@ -55,7 +55,7 @@ TEST_F(CaptureFilter, refuses_the_shell_window_though_it_is_visible) {
 
 TEST_F(CaptureFilter, offers_other_windows_than_the_shell_window) {
     desktop.windows.shellWindow = desktop.windows.add(L"Program Manager", L"Progman").handle;
-    expectOffered();
+    expectCapturable();
 }
 
 TEST_F(CaptureFilter, refuses_a_hidden_window) {
@@ -65,7 +65,7 @@ TEST_F(CaptureFilter, refuses_a_hidden_window) {
 
 TEST_F(CaptureFilter, goes_by_what_the_system_says_of_visibility_not_by_the_style) {
     window.style &= ~WS_VISIBLE;
-    expectOffered();
+    expectCapturable();
 }
 
 TEST_F(CaptureFilter, refuses_a_part_of_another_window) {
@@ -113,7 +113,7 @@ TEST_F(CaptureFilter, takes_a_style_that_cannot_be_read_for_harmless) {
     desktop.journal.failAll("GetWindowLongW", 0);
     window.style |= WS_DISABLED;
     window.extendedStyle |= WS_EX_TOOLWINDOW;
-    expectOffered();
+    expectCapturable();
 }
 
 TEST_F(CaptureFilter, refuses_a_dead_window_for_its_missing_title) {
@@ -133,8 +133,8 @@ TEST_F(CaptureFilter, judges_title_and_class_name_as_recorded_and_all_else_as_it
 
 TEST_F(CaptureFilter, names_a_reason_by_a_constant) {
     window.visible = false;
-    const char* const first = refusal();
-    EXPECT_EQ(refusal(), first);
+    const char* const first = reason();
+    EXPECT_EQ(reason(), first);
 }
 
 TEST_F(CaptureFilter, asks_nothing_about_an_untitled_window) {

@@ -47,7 +47,7 @@ protected:
         return list;
     }
 
-    // The calls about an offered window, in order.
+    // The calls about an capturable window, in order.
     std::vector<Call> callsAboutOneWindow() {
         window = &desktop.windows.add(L"Title", frameWindowClass);
         if (GetParam() == Occasion::seeding) {
@@ -92,7 +92,7 @@ protected:
     SimulatedWindow* window = nullptr;
 };
 
-// Only the last question, about cloaking, takes a dead window for one that may be offered.
+// Only the last question, about cloaking, takes a dead window for one that is capturable.
 TEST_P(ChangingWindow, that_dies_before_any_call_about_it_is_not_listed) {
     for (const Call& call : callsAboutOneWindow()) {
         SCOPED_TRACE(call.first + ", call " + std::to_string(call.second));

@@ -41,7 +41,7 @@ const CloakingAnswer answers[] = {
 
 class Cloaked : public WindowsTest {
 protected:
-    bool offered() const { return IsCapturableWindow(WindowInfo(window.handle)); }
+    bool capturable() const { return IsCapturableWindow(WindowInfo(window.handle)); }
 
     SimulatedWindow& window = desktop.windows.add(L"Title", L"Class");
 };
@@ -55,7 +55,7 @@ TEST_P(CloakedFrame, of_a_packaged_application_is_refused_when_the_system_says_s
     window.className = className;
     window.cloakingResult = answer.result;
     window.cloaked = answer.value;
-    EXPECT_EQ(offered(), !answer.cloaked);
+    EXPECT_EQ(capturable(), !answer.cloaked);
     EXPECT_EQ(desktop.journal.count("DwmGetWindowAttribute"), 1u);
 }
 
@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Cloaked, CloakedFrame,
                          testing::Combine(testing::Values(coreWindowClass, frameWindowClass),
                                           testing::ValuesIn(answers)));
 
-TEST_F(Cloaked, window_of_any_other_class_is_offered_without_asking) {
+TEST_F(Cloaked, window_of_any_other_class_is_capturable_without_asking) {
     for (const wchar_t* const className :
          {L"Class", L"", L"windows.ui.core.corewindow", L"Windows.UI.Core.CoreWindow2",
           L"Windows.UI.Core.CoreWindo", L"Windows.UI.Core", L"applicationframewindow",
@@ -71,7 +71,7 @@ TEST_F(Cloaked, window_of_any_other_class_is_offered_without_asking) {
           L"Xaml_WindowedPopupClass"}) {
         window.className = className;
         window.cloaked = 1;
-        EXPECT_TRUE(offered()) << testing::PrintToString(std::wstring(className));
+        EXPECT_TRUE(capturable()) << testing::PrintToString(std::wstring(className));
     }
     EXPECT_EQ(desktop.journal.count("DwmGetWindowAttribute"), 0u);
 }
@@ -80,21 +80,21 @@ TEST_F(Cloaked, state_that_is_not_told_and_not_written_counts_as_not_cloaked) {
     window.className = frameWindowClass;
     window.cloaked = 1;
     desktop.journal.fail("DwmGetWindowAttribute", 1, E_NOTIMPL);
-    EXPECT_TRUE(offered());
+    EXPECT_TRUE(capturable());
 }
 
 TEST_F(Cloaked, state_that_is_told_without_a_value_counts_as_not_cloaked) {
     window.className = frameWindowClass;
     window.cloaked = 1;
     desktop.journal.fail("DwmGetWindowAttribute", 1, S_OK);
-    EXPECT_TRUE(offered());
+    EXPECT_TRUE(capturable());
 }
 
-TEST_F(Cloaked, frame_whose_window_dies_before_the_question_is_offered) {
+TEST_F(Cloaked, frame_whose_window_dies_before_the_question_is_capturable) {
     window.className = frameWindowClass;
     window.cloaked = 1;
     desktop.journal.at("DwmGetWindowAttribute", 1, [&] { window.alive = false; });
-    EXPECT_TRUE(offered());
+    EXPECT_TRUE(capturable());
 }
 
 } // namespace

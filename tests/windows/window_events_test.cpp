@@ -60,7 +60,7 @@ TEST_F(WindowEvent, adds_a_cloaked_window_when_it_is_uncloaked) {
     EXPECT_THAT(titlesOf(list), ElementsAre(L"a"));
 }
 
-TEST_F(WindowEvent, adds_no_window_that_may_not_be_offered) {
+TEST_F(WindowEvent, adds_no_window_that_is_not_capturable) {
     const WindowList list;
     SimulatedWindow& window = desktop.windows.add(L"a");
     window.style |= WS_DISABLED;

@@ -41,7 +41,7 @@ TEST_F(WindowListSeeding, keeps_the_records_with_their_zeros) {
     EXPECT_EQ(list.GetCurrentWindows().at(0).className, L"Class" + std::wstring(251, L'\0'));
 }
 
-TEST_F(WindowListSeeding, passes_over_windows_that_may_not_be_offered) {
+TEST_F(WindowListSeeding, passes_over_windows_that_are_not_capturable) {
     add(L"a");
     add(L"hidden").visible = false;
     add(L"disabled").style |= WS_DISABLED;

@@ -160,33 +160,33 @@ TEST_F(ListOfRealWindows, does_not_call_the_library_any_more_once_it_was_unloade
     EXPECT_TRUE(witness.sees(window));
 }
 
-class RefusalOfRealWindows : public RealWindowsTest {
+class ReasonOfRealWindows : public RealWindowsTest {
 protected:
-    const char* refusalOf(HWND window) const { return module.exports->getWindowRefusal(window); }
+    const char* reasonOf(HWND window) const { return module.exports->getReasonNotCapturable(window); }
 };
 
-TEST_F(RefusalOfRealWindows, tells_why_a_window_of_another_program_is_left_out) {
-    EXPECT_EQ(refusalOf(program.createShown(L"offered")), nullptr);
-    EXPECT_STREQ(refusalOf(program.createShown(L"")), "no title");
-    EXPECT_STREQ(refusalOf(program.create(L"hidden")), "not visible");
+TEST_F(ReasonOfRealWindows, tells_why_a_window_of_another_program_is_left_out) {
+    EXPECT_EQ(reasonOf(program.createShown(L"capturable")), nullptr);
+    EXPECT_STREQ(reasonOf(program.createShown(L"")), "no title");
+    EXPECT_STREQ(reasonOf(program.create(L"hidden")), "not visible");
     const DWORD style = WS_POPUP | WS_VISIBLE;
-    EXPECT_STREQ(refusalOf(program.create(L"disabled", style | WS_DISABLED)), "disabled");
-    EXPECT_STREQ(refusalOf(program.create(L"tool", style, WS_EX_TOOLWINDOW)), "tool window");
+    EXPECT_STREQ(reasonOf(program.create(L"disabled", style | WS_DISABLED)), "disabled");
+    EXPECT_STREQ(reasonOf(program.create(L"tool", style, WS_EX_TOOLWINDOW)), "tool window");
 }
 
-TEST_F(RefusalOfRealWindows, tells_of_a_destroyed_window_that_it_has_no_title) {
+TEST_F(ReasonOfRealWindows, tells_of_a_destroyed_window_that_it_has_no_title) {
     const HWND window = program.createShown(L"a");
     program.destroy(window);
-    EXPECT_STREQ(refusalOf(window), "no title");
+    EXPECT_STREQ(reasonOf(window), "no title");
 }
 
-TEST_F(RefusalOfRealWindows, tells_of_a_part_of_a_window_that_it_is_no_root_window) {
+TEST_F(ReasonOfRealWindows, tells_of_a_part_of_a_window_that_it_is_no_root_window) {
     const HWND parent = CreateWindowW(L"STATIC", L"parent", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50,
                                       nullptr, nullptr, nullptr, nullptr);
     const HWND part = CreateWindowW(L"STATIC", L"part", WS_CHILD | WS_VISIBLE, 0, 0, 10, 10, parent,
                                     nullptr, nullptr, nullptr);
-    EXPECT_STREQ(refusalOf(part), "not a root window");
-    EXPECT_EQ(refusalOf(parent), nullptr);
+    EXPECT_STREQ(reasonOf(part), "not a root window");
+    EXPECT_EQ(reasonOf(parent), nullptr);
     DestroyWindow(parent);
 }
 

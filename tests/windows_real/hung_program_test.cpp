@@ -35,7 +35,7 @@ TEST_F(HungProgram, has_its_windows_listed_when_they_appear_and_removed_when_the
 TEST_F(HungProgram, has_its_windows_judged) {
     const HWND window = program.createShown(L"does not answer");
     ASSERT_FALSE(answers(window));
-    EXPECT_EQ(module.exports->getWindowRefusal(window), nullptr);
+    EXPECT_EQ(module.exports->getReasonNotCapturable(window), nullptr);
 }
 
 } // namespace

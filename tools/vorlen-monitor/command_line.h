@@ -19,7 +19,7 @@ struct MonitorsOptions {
 
 struct WindowsOptions {
     bool json = false;
-    bool all = false; // also those that are not offered, with the reason
+    bool all = false; // also those that are not capturable, with the reason
 };
 
 struct StatusOptions {

@@ -33,7 +33,7 @@ ExitCode carryOut(const MonitorsOptions& options) {
 }
 
 ExitCode carryOut(const WindowsOptions& options) {
-    const auto windows = withService(options.all ? readAllWindows : readOfferedWindows);
+    const auto windows = withService(options.all ? readAllWindows : readCapturableWindows);
     return print(options.json ? jsonText(windowsJson(windows, options.all))
                               : windowsTable(windows, options.all));
 }
@@ -58,7 +58,7 @@ ExitCode carryOut(const OverviewOptions& options) {
     return print(withService([](const Service& service) {
         return "Monitors\n" + monitorsTable(readMonitors(service)) + "\nStatus\n" +
                statusText(readStatus(service)) + "\nWindows\n" +
-               windowsTable(readOfferedWindows(service), false);
+               windowsTable(readCapturableWindows(service), false);
     }));
 }
 

@@ -27,7 +27,7 @@ struct Desktop {
 };
 
 Desktop readDesktop(const Service& service) {
-    return {readMonitors(service), readOfferedWindows(service)};
+    return {readMonitors(service), readCapturableWindows(service)};
 }
 
 const char* nameOf(Change change) {

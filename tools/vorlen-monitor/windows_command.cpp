@@ -60,7 +60,7 @@ std::string classNameOf(HWND window) {
 
 } // namespace
 
-std::vector<WindowRow> readOfferedWindows(const Service& service) {
+std::vector<WindowRow> readCapturableWindows(const Service& service) {
     std::vector<WindowRow> rows;
     for (const WindowListItem& window :
          readRecords(service.function<decltype(::getWindowList)>("getWindowList"))) {
@@ -71,34 +71,34 @@ std::vector<WindowRow> readOfferedWindows(const Service& service) {
 }
 
 std::vector<WindowRow> readAllWindows(const Service& service) {
-    auto* const getWindowRefusal =
-        service.function<decltype(monitor_internal::getWindowRefusal)>("getWindowRefusal");
+    auto* const getReasonNotCapturable =
+        service.function<decltype(monitor_internal::getReasonNotCapturable)>("getReasonNotCapturable");
     std::vector<WindowRow> rows;
     for (const HWND window : topLevelWindows()) {
-        const char* const refusal = getWindowRefusal(window);
+        const char* const reason = getReasonNotCapturable(window);
         rows.push_back({window, titleOf(window), classNameOf(window),
-                        refusal != nullptr ? std::optional<std::string>(refusal) : std::nullopt});
+                        reason != nullptr ? std::optional<std::string>(reason) : std::nullopt});
     }
     return rows;
 }
 
-std::string windowsTable(const std::vector<WindowRow>& windows, bool withRefusals) {
+std::string windowsTable(const std::vector<WindowRow>& windows, bool withReasons) {
     if (windows.empty()) {
-        return withRefusals ? "The desktop has no window.\n"
+        return withReasons ? "The desktop has no window.\n"
                             : "No window can be shown on the kit's monitor.\n";
     }
     using Align = Table::Align;
     std::vector<Table::Column> columns = {
         {"HANDLE", Align::left}, {"CLASS NAME", Align::left}, {"TITLE", Align::left}};
-    if (withRefusals) {
-        columns.insert(columns.begin() + 1, {"OFFERED", Align::left});
+    if (withReasons) {
+        columns.insert(columns.begin() + 1, {"CAPTURABLE", Align::left});
     }
     Table table(std::move(columns));
     for (const WindowRow& window : windows) {
         std::vector<std::string> cells = {hexadecimal(window.handle), window.className,
                                           window.title};
-        if (withRefusals) {
-            cells.insert(cells.begin() + 1, window.refusal ? "no: " + *window.refusal : "yes");
+        if (withReasons) {
+            cells.insert(cells.begin() + 1, window.reason ? "no: " + *window.reason : "yes");
         }
         table.addRow(cells);
     }
@@ -111,14 +111,14 @@ nlohmann::ordered_json windowJson(const WindowRow& window) {
             {"className", window.className}};
 }
 
-nlohmann::ordered_json windowsJson(const std::vector<WindowRow>& windows, bool withRefusals) {
+nlohmann::ordered_json windowsJson(const std::vector<WindowRow>& windows, bool withReasons) {
     auto array = nlohmann::ordered_json::array();
     for (const WindowRow& window : windows) {
         auto& object = array.emplace_back(windowJson(window));
-        if (withRefusals) {
+        if (withReasons) {
             object["reason"] = nullptr;
-            if (window.refusal) {
-                object["reason"] = *window.refusal;
+            if (window.reason) {
+                object["reason"] = *window.reason;
             }
         }
     }
