@@ -1,5 +1,6 @@
-"""scripts/behaviour: the table of behaviours against the results of the tests."""
+"""scripts/behaviour in a tree of its own."""
 
+import re
 import shutil
 import subprocess
 
@@ -7,72 +8,98 @@ import pytest
 
 from desktop import PROJECT
 
-GOOGLETEST = """<?xml version="1.0"?><testsuites><testsuite name="Prefix/Suite">
-<testcase name="is_right/3" classname="Prefix/Suite" status="run"/>
-<testcase name="is_left_out" classname="Suite" status="notrun"/></testsuite></testsuites>"""
-PYTEST = """<testsuites><testsuite><testcase classname="test_x" name="test_a[1]"/>
-<testcase classname="test_x" name="test_skipped"><skipped/></testcase></testsuite></testsuites>"""
-CTEST = """<testsuite><testcase name="compiles" classname="compiles" status="run"/></testsuite>"""
+SCRIPT = PROJECT / "scripts" / "behaviour"
+GROUPS = re.findall(
+    r'^    "(.*)",$',
+    SCRIPT.read_text(encoding="utf-8").partition("GROUPS = (")[2].partition(")\n")[0],
+    re.MULTILINE,
+)
 
 
 @pytest.fixture
-def check(tmp_path):
-    for folder in ("scripts", "docs", "results"):
-        (tmp_path / folder).mkdir()
-    shutil.copy(PROJECT / "scripts" / "behaviour", tmp_path / "scripts")
-    results = {"x_tests.xml": GOOGLETEST, "desktop.xml": PYTEST, "ctest.xml": CTEST}
-    for name, text in results.items():
-        (tmp_path / "results" / name).write_text(text, encoding="utf-8")
-
-    def run(*rows: str) -> subprocess.CompletedProcess:
-        table = "\n".join(["# Behaviour", "", "| Behaviour | Proof |", "|---|---|", *rows, ""])
-        (tmp_path / "docs" / "behaviour.md").write_text(table, encoding="utf-8")
-        return subprocess.run(
-            [tmp_path / "scripts" / "behaviour", tmp_path / "results"],
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            encoding="utf-8",
-        )
-
-    return run
-
-
-def test_tests_of_every_kind_are_found_without_their_parameters(check):
-    checked = check(
-        "| One. | `Suite.is_right` `tests/desktop/test_x.py::test_a` |",
-        "| Two. | `ctest:compiles` |",
+def tree(tmp_path):
+    """A tree with one promise in each group."""
+    for folder in ("scripts", "docs", "tests/some"):
+        (tmp_path / folder).mkdir(parents=True)
+    shutil.copy2(SCRIPT, tmp_path / "scripts")
+    promises = (
+        f"// Promise ({group}): One,\n// and more.\nTEST_P(Unit, behaves_{number}) {{}}\n"
+        for number, group in enumerate(GROUPS)
     )
-    assert (checked.returncode, checked.stderr) == (0, "")
-    assert checked.stdout == "2 behaviours, each with a test that ran\n"
+    (tmp_path / "tests/some/unit_test.cpp").write_text("\n".join(promises), encoding="utf-8")
+    return tmp_path
+
+
+def behaviour(tree, *arguments) -> subprocess.CompletedProcess:
+    return subprocess.run(
+        [tree / "scripts" / "behaviour", *arguments],
+        stdin=subprocess.DEVNULL,
+        capture_output=True,
+        encoding="utf-8",
+    )
+
+
+def page(tree):
+    return (tree / "docs" / "behaviour.md").read_text(encoding="utf-8")
+
+
+def add(tree, name, text):
+    (tree / "tests" / "some" / name).write_text(text, encoding="utf-8")
+
+
+def complaint(checked):
+    assert (checked.returncode, checked.stdout) == (1, "")
+    assert len(checked.stderr.splitlines()) == 1
+    return checked.stderr
+
+
+def test_the_page_has_the_promises_of_all_groups_in_order(tree):
+    assert behaviour(tree).returncode == 0
+    assert re.findall(r"^## (.*)$", page(tree), re.MULTILINE) == GROUPS
+    assert f"\n## {GROUPS[1]}\n\n- One, and more.  \n  `Unit.behaves_1`\n" in page(tree)
+    assert behaviour(tree, "--check").returncode == 0
+
+
+def test_a_python_test_proves_a_promise_also_with_parameters(tree):
+    add(
+        tree,
+        "test_more.py",
+        f'# Promise ({GROUPS[0]}): Two.\n@pytest.mark.parametrize("a", [1])\ndef test_two(a):\n',
+    )
+    assert behaviour(tree).returncode == 0
+    assert "- Two.  \n  `test_two`\n" in page(tree)
+
+
+def test_a_page_that_differs_names_the_command_that_writes_it(tree):
+    expected = (
+        "behaviour: docs/behaviour.md is not what the tests promise; "
+        "this command writes it: scripts/behaviour\n"
+    )
+    assert complaint(behaviour(tree, "--check")) == expected
+    assert behaviour(tree).returncode == 0
+    (tree / "docs" / "behaviour.md").write_text(page(tree) + "More.\n", encoding="utf-8")
+    assert complaint(behaviour(tree, "--check")) == expected
+
+
+def test_a_group_without_a_promise_is_an_error(tree):
+    (tree / "tests/some/unit_test.cpp").unlink()
+    assert "no test has a promise of the group" in complaint(behaviour(tree))
 
 
 @pytest.mark.parametrize(
-    ("row", "complaint"),
+    ("text", "expected"),
     [
-        ("| A. | `Suite.is_wrong` |", "no test Suite.is_wrong ran"),
-        ("| A. | `Suite.is_left_out` |", "no test Suite.is_left_out ran"),
-        ("| A. | `tests/desktop/test_x.py::test_skipped` |", "test_skipped ran"),
-        ("| A. | `Suite.is_right` `ctest:missing` |", "no test ctest:missing ran"),
-        ("| A. | |", "a row has a behaviour and the names of its tests"),
-        ("| A. |", "a row has a behaviour and the names of its tests"),
+        ("// Promise (none): A.\nTEST(Unit, a) {}\n", "other_test.cpp:1: no group “none”"),
+        ("\n// Promise (GROUP): A.\nint a;\n", "other_test.cpp:2: a promise without a test"),
+        ("// Promise (GROUP): A.\nTEST(Unit, DISABLED_a) {}\n", "a promise without a test"),
     ],
 )
-def test_a_row_without_a_test_that_ran_is_named_by_its_line(check, row, complaint):
-    checked = check("| Right. | `Suite.is_right` |", row)
-    assert checked.returncode == 1
-    assert checked.stderr.startswith("docs/behaviour.md:6: ")
-    assert complaint in checked.stderr.splitlines()[0]
+def test_a_promise_that_proves_nothing_is_named_by_its_line(tree, text, expected):
+    add(tree, "other_test.cpp", text.replace("GROUP", GROUPS[0]))
+    assert expected in complaint(behaviour(tree))
 
 
-def test_a_result_that_was_cut_off_is_told_in_one_line(check, tmp_path):
-    cut = tmp_path / "results" / "x_tests.xml"
-    cut.write_text(GOOGLETEST[: len(GOOGLETEST) // 2], encoding="utf-8")
-    checked = check("| Right. | `Suite.is_right` |")
-    assert (checked.returncode, checked.stdout) == (1, "")
-    assert checked.stderr == (
-        f"behaviour: {cut} is not a whole result; this command makes it: ./check\n"
+def test_an_unknown_argument_is_refused(tree):
+    assert complaint(behaviour(tree, "--write")) == (
+        "behaviour: usage: scripts/behaviour [--check]\n"
     )
-
-
-def test_an_empty_table_proves_nothing(check):
-    assert check().returncode == 1
