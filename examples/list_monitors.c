@@ -2,7 +2,7 @@
  * The smallest host: starts the service, lists the monitors of the desktop, ends the service.
  * It is linked against both libraries, which lie beside it when it runs.
  */
-#include "include/vorlen/runtime.h"
+#include "vorlen/runtime.h"
 #include "vorlen/monitor.h"
 
 #include <fcntl.h>

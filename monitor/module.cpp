@@ -2,7 +2,7 @@
 
 #include "monitor/service/monitor_data.h"
 #include "monitor/wrappers.h"
-#include "platform/scoped_flag.h"
+#include "platform/scope.h"
 #include "runtime/registration.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/image.h"
-#include "platform/last_error.h"
+#include "platform/scope.h"
 
 #include <windows.h>
 

@@ -2,7 +2,6 @@
 
 #include "platform/file.h"
 #include "platform/safe_text.h"
-#include "runtime/log_level.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/critical_section.h"
+#include "platform/locks.h"
 #include "runtime/callback_caller.h"
 #include "runtime/log_file.h"
 #include "runtime/log_settings.h"

@@ -4,11 +4,37 @@
 #include "platform/safe_text.h"
 #include "platform/text.h"
 #include "runtime/diagnostics.h"
-#include "runtime/log_level.h"
+
+#include <array>
+#include <cstddef>
+#include <optional>
 
 namespace vorlen::log {
 
 namespace {
+
+// In the order of the levels' numbers.
+constexpr std::array<std::string_view, 6> names{"trace", "debug", "info",
+                                                "warn",  "error", "critical"};
+
+std::optional<level_enum> levelNamed(std::string_view name) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (names[i] == name) {
+            return static_cast<level_enum>(i);
+        }
+    }
+    return std::nullopt;
+}
+
+// All names, for a person to choose from: "trace, debug, ... or critical".
+std::string levelNames() {
+    std::string list(names.front());
+    for (std::size_t i = 1; i < names.size(); ++i) {
+        list += i + 1 < names.size() ? ", " : " or ";
+        list += names[i];
+    }
+    return list;
+}
 
 level_enum thresholdNamed(const std::string& name) {
     if (name.empty()) {
@@ -23,6 +49,10 @@ level_enum thresholdNamed(const std::string& name) {
 }
 
 } // namespace
+
+std::string_view nameOf(level_enum level) {
+    return names[static_cast<std::size_t>(level)];
+}
 
 LogSettings logSettingsFromEnvironment() {
     return {thresholdNamed(toUtf8Lossy(environmentText(L"VORLEN_LOG_LEVEL"))),

@@ -3,8 +3,12 @@
 #include "runtime/logger.h"
 
 #include <string>
+#include <string_view>
 
 namespace vorlen::log {
+
+// The name of a level in lines and settings. The level must be one of the six.
+std::string_view nameOf(level_enum level);
 
 constexpr level_enum defaultThreshold = level_enum::warn;
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "include/vorlen/runtime.h"
+#include "vorlen/runtime.h"
 
 #include <cstdint>
 #include <string>

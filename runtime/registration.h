@@ -1,7 +1,7 @@
 // The runtime as a module sees it while it registers.
 #pragma once
 
-#include "include/vorlen/runtime.h"
+#include "vorlen/runtime.h"
 
 #include <windows.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/mutex.h"
+#include "platform/locks.h"
 
 #include <cstddef>
 #include <cstdint>

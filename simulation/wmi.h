@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/mutex.h"
+#include "platform/locks.h"
 #include "simulation/current.h"
 #include "simulation/journal.h"
 #include "simulation/ole_values.h"

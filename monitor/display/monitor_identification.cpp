@@ -1,7 +1,7 @@
 #include "monitor/display/monitor_identification.h"
 
 #include "monitor/display/wmi_query.h"
-#include "platform/mutex.h"
+#include "platform/locks.h"
 #include "platform/worker.h"
 
 #include <algorithm>

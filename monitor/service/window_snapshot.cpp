@@ -1,5 +1,5 @@
 #include "monitor/service/monitor_data.h"
-#include "platform/scoped_flag.h"
+#include "platform/scope.h"
 #include "platform/text.h"
 
 #include <memory>

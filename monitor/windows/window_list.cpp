@@ -4,7 +4,7 @@
 #include "monitor/windows/event_log.h"
 #include "platform/combo_box.h"
 #include "platform/for_each.h"
-#include "platform/last_error.h"
+#include "platform/scope.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "monitor/service/monitor_data.h"
 #include "monitor/service/ui_records.h"
-#include "runtime/monitor_record.h"
+#include "runtime/core.h"
 #include "simulation/simulated_desktop.h"
 #include "tests/support/private_member.h"
 #include "tests/support/simulation.h"

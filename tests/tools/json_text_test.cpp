@@ -1,5 +1,5 @@
 #include "platform/text.h"
-#include "tools/vorlen-monitor/json_text.h"
+#include "tools/vorlen-monitor/text.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

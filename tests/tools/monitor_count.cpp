@@ -1,7 +1,7 @@
 // A host that stays: answers every line of standard input with a line that holds the number of
 // monitors, until standard input ends.
-#include "include/vorlen/runtime.h"
 #include "vorlen/monitor.h"
+#include "vorlen/runtime.h"
 
 #include <iostream>
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "include/vorlen/runtime.h"
 #include "tools/vorlen-monitor/failure.h"
+#include "vorlen/runtime.h"
 
 #include <windows.h>
 

@@ -1,10 +1,10 @@
 #include "tools/vorlen-monitor/command_line.h"
 #include "tools/vorlen-monitor/failure.h"
-#include "tools/vorlen-monitor/json_text.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/output.h"
 #include "tools/vorlen-monitor/status_command.h"
+#include "tools/vorlen-monitor/text.h"
 #include "tools/vorlen-monitor/watch_command.h"
 #include "tools/vorlen-monitor/windows_command.h"
 

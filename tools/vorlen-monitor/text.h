@@ -2,6 +2,8 @@
 
 #include "vorlen/monitor.h"
 
+#include <nlohmann/json_fwd.hpp>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -13,5 +15,8 @@ std::string fieldText(const VLChar16 (&field)[VORLEN_MONITOR_TEXT_UNITS]);
 
 // The number of code points of a UTF-8 text.
 std::size_t characterCount(std::string_view text);
+
+// A JSON document as the command prints it: UTF-8, indented by two spaces, a line feed at its end.
+std::string jsonText(const nlohmann::ordered_json& document);
 
 } // namespace vorlen::tool
