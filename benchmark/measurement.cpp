@@ -65,7 +65,7 @@ std::vector<double> medians(std::vector<Subject> subjects, std::size_t samples) 
         }
     }
     std::vector<double> result;
-    std::transform(taken.begin(), taken.end(), std::back_inserter(result), median);
+    std::ranges::transform(taken, std::back_inserter(result), median);
     return result;
 }
 

@@ -23,7 +23,7 @@ double platformCallsOfAFreshAnswer() {
         return name.starts_with("QueryPerformance");
     };
     return static_cast<double>(calls.size()) -
-           static_cast<double>(std::count_if(calls.begin(), calls.end(), isOfTheClock));
+           static_cast<double>(std::ranges::count_if(calls, isOfTheClock));
 }
 
 Row besideRefreshing(const std::string& what, double list, double refresh) {

@@ -30,9 +30,8 @@ public:
     void handle(const Event& event) {
         const bool worthALook = GetAncestor(event.window, GA_ROOT) == event.window &&
                                 GetWindowTextLengthW(event.window) >= 1;
-        const auto listed = std::find_if(windows.begin(), windows.end(), [&](const auto& each) {
-            return each.window == event.window;
-        });
+        const auto listed = std::ranges::find_if(
+            windows, [&](const auto& each) { return each.window == event.window; });
         const bool isListed = listed != windows.end();
         if (event.event == EVENT_OBJECT_DESTROY && event.child == CHILDID_SELF) {
             if (isListed) {

@@ -1,21 +1,24 @@
-// Replaces parts of GCC's C++ runtime. Linked statically into a library, they leave memory, handles
-// and thread slots behind in a process that loads and unloads the library many times.
+// Replaces parts of GCC's C++ runtime. Linked statically into a library, the originals leak memory,
+// handles and thread slots each time that a process loads and unloads the library.
 //
-// Symbol                      What the runtime's own definition leaves behind
+// Symbol                       What the runtime's own definition costs
 // __cxa_guard_acquire,
 // __cxa_guard_release,
-// __cxa_guard_abort           a mutex and a condition variable for function-local statics
+// __cxa_guard_abort            leaks a mutex and a condition variable for function-local statics
 // __cxa_get_globals,
-// __cxa_get_globals_fast      13 heap blocks, a slot and 4 handles of a thread_local, per image that
-//                             throws
+// __cxa_get_globals_fast       leak 13 heap blocks, a slot and 4 handles of a thread_local for each
+//                              image that throws
+// __verbose_terminate_handler  leaks nothing, but links a demangler and formatted output (72 KB) to
+//                              print the exception; a host decides itself how it ends
 //
 // The linker takes our definitions because object files are linked before archives: it pulls a
-// member of libstdc++.a only for a symbol that is still undefined. Beside that, __freeres gives back
-// the 73 KB that the library sets aside for exceptions that are thrown when there is no memory.
+// member of libstdc++.a only for a symbol that is still undefined. Beside that, __freeres gives
+// back the 73 KB that the library sets aside for exceptions that are thrown when there is no
+// memory.
 //
 // Checked with the libstdc++ of GCC 12, linked by GCC 12 and by Clang 14 with lld 14. With another
-// version: see that the layout of __cxa_eh_globals and of guards is the same, that the symbols above
-// are defined in the map file of a library by this file alone, and run the tests `soak`,
+// version: see that the layout of __cxa_eh_globals and of guards is the same, that the symbols
+// above are defined in the map file of a library by this file alone, and run the tests `soak`,
 // `soak_real` and `lifecycle`.
 
 #include <windows.h>
@@ -35,8 +38,6 @@
 namespace __gnu_cxx {
 void __freeres();
 
-// The library's own prints the exception, for which every image would contain a demangler and
-// formatted output: 72 KB. A library of a host leaves that to the host.
 void __verbose_terminate_handler() {
     std::abort();
 }

@@ -22,9 +22,9 @@ constexpr std::array controlsBeyondAscii{
 };
 
 bool isControlBeyondAscii(wchar_t unit) {
-    return std::any_of(
-        controlsBeyondAscii.begin(), controlsBeyondAscii.end(),
-        [=](const Range& range) { return unit >= range.first && unit <= range.last; });
+    return std::ranges::any_of(controlsBeyondAscii, [=](const Range& range) {
+        return unit >= range.first && unit <= range.last;
+    });
 }
 
 bool isControl(wchar_t unit) {

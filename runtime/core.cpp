@@ -76,7 +76,7 @@ void VorlenCore::SetVorlenModelName(const std::string& modelName) {
         complain("an empty model name was given: a model is known by at least one character");
         return;
     }
-    if (std::find(knownModels.begin(), knownModels.end(), modelName) == knownModels.end()) {
+    if (std::ranges::find(knownModels, modelName) == knownModels.end()) {
         knownModels.push_back(modelName);
         monitorIndex = -1;
         for (std::size_t i = 0; i < monitors.size(); ++i) {

@@ -25,7 +25,7 @@ std::vector<std::string> kitModelsFromText(std::wstring_view text) {
         const std::string model = lowBytes(text.substr(start, end - start));
         if (model.empty()) {
             emptyName = true;
-        } else if (std::find(models.begin(), models.end(), model) == models.end()) {
+        } else if (std::ranges::find(models, model) == models.end()) {
             models.push_back(model);
         }
         start = end + 1;

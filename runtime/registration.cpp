@@ -157,9 +157,8 @@ void Vorlen_RegisterModuleCleanup(void (*cleanup)()) {
 bool Vorlen_GetModuleVersion(const char* name, std::int32_t* major, std::int32_t* minor,
                              std::int32_t* patch) {
     const auto& versions = registry().versions;
-    const auto found = std::find_if(versions.begin(), versions.end(), [=](const auto& known) {
-        return name != nullptr && known.name == name;
-    });
+    const auto found = std::ranges::find_if(
+        versions, [=](const auto& known) { return name != nullptr && known.name == name; });
     if (found == versions.end()) {
         return false;
     }

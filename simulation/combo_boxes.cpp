@@ -19,7 +19,7 @@ HWND ComboBoxes::add(const std::vector<std::wstring>& entries) {
 
 SimulatedComboBox& ComboBoxes::box(HWND handle) {
     const auto found =
-        std::find_if(all.begin(), all.end(), [=](const auto& box) { return box.handle == handle; });
+        std::ranges::find_if(all, [=](const auto& box) { return box.handle == handle; });
     if (found == all.end()) {
         throw std::invalid_argument("no combo box has this handle");
     }

@@ -81,7 +81,7 @@ LONG WINAPI DisplayPaths::query(UINT32 flags, UINT32* pathCount, DISPLAYCONFIG_P
 
 LONG DisplayPaths::nameSource(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) const {
     SIMULATION_EXPECT(header->size == 84u);
-    const auto path = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
+    const auto path = std::ranges::find_if(all, [=](const auto& candidate) {
         return same(candidate.sourceAdapter, header->adapterId) && candidate.sourceId == header->id;
     });
     if (path == all.end()) {
@@ -96,7 +96,7 @@ LONG DisplayPaths::nameSource(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) const {
 
 LONG DisplayPaths::nameTarget(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) const {
     SIMULATION_EXPECT(header->size == 420u);
-    const auto path = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
+    const auto path = std::ranges::find_if(all, [=](const auto& candidate) {
         return same(candidate.sourceAdapter, header->adapterId) && candidate.targetId == header->id;
     });
     if (path == all.end()) {

@@ -29,7 +29,7 @@ void EventHooks::deliver(DWORD event, HWND window, LONG object, LONG child) {
 
 std::size_t EventHooks::installed() const {
     return static_cast<std::size_t>(
-        std::count_if(all.begin(), all.end(), [](const auto& hook) { return !hook.released; }));
+        std::ranges::count_if(all, [](const auto& hook) { return !hook.released; }));
 }
 
 HWINEVENTHOOK WINAPI EventHooks::install(DWORD firstEvent, DWORD lastEvent, HMODULE library,
@@ -55,7 +55,7 @@ WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
     const bool fails = get().journal.enter("UnhookWinEvent").has_value();
     SetLastError(errorAfterRelease);
     auto& all = get().all;
-    const auto hook = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
+    const auto hook = std::ranges::find_if(all, [=](const auto& candidate) {
         return candidate.handle == handle && !candidate.released;
     });
     if (hook != all.end() && hook->thread != GetCurrentThreadId() && get().releasesToRefuse > 0) {

@@ -43,7 +43,7 @@ std::optional<std::int64_t> Journal::enter(const std::string& name) {
 
 std::size_t Journal::count(const std::string& name) const {
     const std::lock_guard lock(mutex);
-    return static_cast<std::size_t>(std::count(order.begin(), order.end(), name));
+    return static_cast<std::size_t>(std::ranges::count(order, name));
 }
 
 std::vector<std::string> Journal::calls() const {
@@ -54,9 +54,8 @@ std::vector<std::string> Journal::calls() const {
 std::vector<std::string> Journal::calls(std::initializer_list<std::string> names) const {
     const std::lock_guard lock(mutex);
     std::vector<std::string> result;
-    std::copy_if(order.begin(), order.end(), std::back_inserter(result), [&](const auto& call) {
-        return std::find(names.begin(), names.end(), call) != names.end();
-    });
+    std::copy_if(order.begin(), order.end(), std::back_inserter(result),
+                 [&](const auto& call) { return std::ranges::find(names, call) != names.end(); });
     return result;
 }
 

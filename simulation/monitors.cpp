@@ -26,8 +26,8 @@ SimulatedMonitor& Monitors::add(const std::wstring& deviceName, std::optional<Di
 }
 
 const SimulatedMonitor* Monitors::find(HMONITOR handle) const {
-    const auto found = std::find_if(all.begin(), all.end(),
-                                    [=](const auto& monitor) { return monitor.handle == handle; });
+    const auto found =
+        std::ranges::find_if(all, [=](const auto& monitor) { return monitor.handle == handle; });
     return found != all.end() ? &*found : nullptr;
 }
 
@@ -76,7 +76,7 @@ WINBOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber,
 
     const auto& all = get().all;
     const bool isFirst = get().noNameIsFirst && std::wstring(deviceName).empty();
-    const auto monitor = std::find_if(all.begin(), all.end(), [=](const auto& candidate) {
+    const auto monitor = std::ranges::find_if(all, [=](const auto& candidate) {
         return isFirst || candidate.deviceName.substr(0, CCHDEVICENAME) == deviceName;
     });
     if (fails || monitor == all.end() || !monitor->mode) {

@@ -41,7 +41,7 @@ VARIANT nullStringVariant() {
 VARIANT integerArrayVariant(const std::vector<std::int32_t>& elements, LONG lowerBound) {
     SAFEARRAY* const array = makeArray(VT_I4, {{static_cast<ULONG>(elements.size()), lowerBound}});
     if (!elements.empty()) {
-        std::copy(elements.begin(), elements.end(), static_cast<std::int32_t*>(array->pvData));
+        std::ranges::copy(elements, static_cast<std::int32_t*>(array->pvData));
     }
     return variantOf(VT_ARRAY | VT_I4, array);
 }

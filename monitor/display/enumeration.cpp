@@ -18,9 +18,7 @@ std::vector<HMONITOR> collectHandles() {
 
 // Monitors that show the same picture share a device name: the first path stands for them.
 void fillNames(MonitorInfo& info, const std::vector<DisplayPathInfo>& paths) {
-    const auto path = std::find_if(paths.begin(), paths.end(), [&](const auto& candidate) {
-        return candidate.gdiDeviceName == info.deviceName;
-    });
+    const auto path = std::ranges::find(paths, info.deviceName, &DisplayPathInfo::gdiDeviceName);
     if (path != paths.end()) {
         info.friendlyName = path->friendlyName;
         info.devicePath = path->devicePath;

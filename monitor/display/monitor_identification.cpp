@@ -45,7 +45,7 @@ std::wstring wmiInstancePrefix(const std::wstring& devicePath) {
         return {};
     }
     std::wstring prefix = devicePath.substr(start, end - start);
-    std::replace(prefix.begin(), prefix.end(), L'#', L'\\');
+    std::ranges::replace(prefix, L'#', L'\\');
     return prefix;
 }
 

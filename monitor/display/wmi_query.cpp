@@ -69,10 +69,9 @@ void readMonitor(IWbemClassObject& object, const std::vector<PendingMonitorId>& 
         return;
     }
     const std::wstring instanceName = wstringFromVARIANT(name);
-    const auto match =
-        std::find_if(pending.begin(), pending.end(), [&](const PendingMonitorId& candidate) {
-            return instanceName.starts_with(candidate.prefix);
-        });
+    const auto match = std::ranges::find_if(pending, [&](const PendingMonitorId& candidate) {
+        return instanceName.starts_with(candidate.prefix);
+    });
     if (match == pending.end()) {
         return;
     }

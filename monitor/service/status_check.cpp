@@ -63,7 +63,7 @@ bool MonitorData::checkMonitorStatus() {
     // A copy: the runtime and a callback of its log may have the list read again, or check again.
     const std::vector<ui::MonitorInfo> candidates = monitors;
     const auto kitMonitor =
-        std::find_if(candidates.begin(), candidates.end(), [this](const ui::MonitorInfo& monitor) {
+        std::ranges::find_if(candidates, [this](const ui::MonitorInfo& monitor) {
             return !GetVorlenModelName(monitor.deviceName.c_str()).empty();
         });
     if (kitMonitor == candidates.end()) {
@@ -84,10 +84,10 @@ bool MonitorData::checkMonitorStatus() {
 }
 
 const ui::MonitorInfo* MonitorData::GetCheckedMonitor() const {
-    const auto found =
-        std::find_if(monitors.begin(), monitors.end(), [this](const ui::MonitorInfo& monitor) {
-            return checkedMonitor != nullptr && monitor.handle == checkedMonitor;
-        });
+    if (checkedMonitor == nullptr) {
+        return nullptr;
+    }
+    const auto found = std::ranges::find(monitors, checkedMonitor, &ui::MonitorInfo::handle);
     return found != monitors.end() ? &*found : nullptr;
 }
 

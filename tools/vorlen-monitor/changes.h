@@ -15,8 +15,8 @@ template <typename Record, typename Equal, typename Visit>
 void visitChanges(const std::vector<Record>& before, const std::vector<Record>& now, Equal equal,
                   Visit visit) {
     const auto find = [](const std::vector<Record>& records, const Record& wanted) {
-        return std::find_if(records.begin(), records.end(),
-                            [&](const Record& record) { return record.handle == wanted.handle; });
+        return std::ranges::find_if(
+            records, [&](const Record& record) { return record.handle == wanted.handle; });
     };
     for (const Record& record : before) {
         if (find(now, record) == now.end()) {

@@ -139,7 +139,7 @@ private:
 // What CLI11 found wrong, as one line.
 std::string problemOf(const CLI::ParseError& error) {
     std::string text = error.what();
-    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::ranges::replace(text, '\n', ' ');
     // Its words for a flag with a value, such as --json=yes, say little to a user.
     const std::string flagWithValue = " was given a disallowed flag override";
     if (text.ends_with(flagWithValue)) {
