@@ -1,9 +1,9 @@
 /*
- * The runtime as a host application sees it: plain C.
+ * vorlen/runtime.h - what a host application calls in vorlen_runtime.dll. Plain C.
  *
  * A module is compiled against the VorlenCore class of one runtime. libvorlen_monitor.dll as built
- * here fits the runtime built here: for the kit's own runtime it must be rebuilt with the kit's own
- * header in place of runtime/core.h.
+ * here fits the runtime built here: for the kit's own runtime it must be rebuilt with the kit's
+ * own header in place of runtime/core.h.
  */
 #ifndef VORLEN_RUNTIME_HOST_H
 #define VORLEN_RUNTIME_HOST_H
@@ -28,38 +28,39 @@ extern "C" {
 
 /*
  * Runs the init function of every registered module, in the order of registration, on the calling
- * thread, which thereby becomes the service thread of the modules. A second call is harmless: it
- * reaches modules that were loaded since the first.
+ * thread, which becomes the service thread of the modules. May be called again: the init functions
+ * of running modules do nothing, and modules loaded since the first call start.
  *
- * returns   true when all of them succeeded; false when one failed
+ * returns   true when every init function succeeded; false when one failed
  * thread    any one thread, but not while a library is being loaded, as in DllMain: a module may
  *           start a thread and wait for it, and Windows starts no thread until the library is
- *           loaded. Do not wait for it on a thread that has windows without processing messages:
- *           vorlen/monitor.h says why
+ *           loaded. A thread that owns windows must process messages while it waits for this call
+ *           on another thread (vorlen/monitor.h, "Waiting")
  * lifetime  the modules run until Vorlen_Shutdown()
- * errors    when an init fails, one line on standard error says so, and the cleanup functions run
- *           in reverse order
+ * errors    when an init function fails, the runtime writes one line to standard error and runs
+ *           the cleanup functions in reverse order
  */
 VORLEN_RUNTIME_API bool Vorlen_Initialize(void);
 
 /*
- * Runs the cleanup function of every registered module, in reverse order. Harmless without
- * Vorlen_Initialize(), and twice.
+ * Runs the cleanup function of every registered module, in reverse order. May be called without
+ * Vorlen_Initialize(), and more than once.
  *
  * thread    service thread. Not in a callback of the log or of the runtime: a function of a module
- *           may be running then, and would go on with a service that is destroyed
- * lifetime  ends that of everything that the modules returned
- * errors    when a cleanup fails, one line on standard error says so, and the others run
+ *           may be running then, and would continue with a destroyed service
+ * lifetime  pointers that the modules returned are no longer valid
+ * errors    when a cleanup function fails, the runtime writes one line to standard error and runs
+ *           the other cleanup functions
  */
 VORLEN_RUNTIME_API void Vorlen_Shutdown(void);
 
 /*
- * Writes the version that the named module registered, the last one if it registered several times.
+ * Writes the version that the named module registered, or registered last.
  *
  * name                  terminated text, such as "monitor"
- * major, minor, patch   destinations, owned by the caller; none may be NULL
- * returns   true when they were written; false, with nothing written, for a name that no module
- *           registered
+ * major, minor, patch   destinations, owned by the caller; not NULL
+ * returns   true when the version was written; false, with nothing written, when no module
+ *           registered under the name
  * thread    service thread
  * lifetime  copies
  * errors    none

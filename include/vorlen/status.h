@@ -1,5 +1,5 @@
-// vorlen/status.h - the kit's status codes, which every component shares, and what they mean to
-// people. C++; the codes cross every interface as plain 32-bit integers.
+// vorlen/status.h - the status codes that all components of the kit share, and their texts. C++;
+// interfaces pass the codes as 32-bit integers.
 #pragma once
 
 #include <cstdint>
@@ -8,15 +8,16 @@
 
 namespace vorlen {
 
-// The one advice for every fault inside the kit, which users can only report.
+// The advice for faults inside the kit: users can only report them.
 #define VORLEN_STATUS_ASK_FOR_HELP                                                                 \
     "An unknown error occurred.\nPlease contact Vorlen.\n"                                         \
     "Click on the letter to send a mail with a status code."
 
-// Every code once: name, value, short text, text for the user. A component's group starts at 16 for
-// the monitor, 32 camera, 48 eye tracking, 80 rendering, 96 library, 112 communication; its first
-// code says that it is fine. Values and texts appear in users' reports and stay as they are, the
-// double negative of 99 and the missing space of 33 included.
+// Every code once: name, value, short text, text for users. Each component has a group of values:
+// monitor from 16, camera from 32, eye tracking from 48, rendering from 80, library from 96,
+// communication from 112. The first code of a group means that the component works.
+// Given: values and texts appear in users' reports and must not change, including the double
+// negative of 99 and the missing space of 33.
 #define VORLEN_STATUS_LIST(X)                                                                      \
     X(ALL_GOOD, 0, "All Good.", "")                                                                \
     X(UNKNOWN_STATUS, -1, "Unknown Status.", "")                                                   \
@@ -83,24 +84,24 @@ enum VLStatus : std::int32_t {
 #undef VORLEN_STATUS_VALUE
 };
 
-// The texts for users, with advice on what to do; many codes have none and an empty text. A look-up
-// is a find: what a component shows for an unknown code is its choice, naturally the entry of
-// UNKNOWN_STATUS. Every unit that includes this header has tables of its own, made when its image
-// is loaded: compare their entries by value only.
+// The texts for users, with advice on what to do; empty for codes that need none. The tables have
+// no operator[]: a component uses find() and decides what it shows for an unknown code, such as
+// the entry of UNKNOWN_STATUS. Every translation unit that includes this header has its own
+// tables, constructed when its image is loaded: compare entries by value, not by address.
 static const std::unordered_map<VLStatus, std::string> StatusMessages = {
 #define VORLEN_STATUS_LONG(name, value, shortText, longText) {name, longText},
     VORLEN_STATUS_LIST(VORLEN_STATUS_LONG)
 #undef VORLEN_STATUS_LONG
 };
 
-// The technical texts; every code has one.
+// The technical texts. Every code has one.
 static const std::unordered_map<VLStatus, std::string> StatusShortMessages = {
 #define VORLEN_STATUS_SHORT(name, value, shortText, longText) {name, shortText},
     VORLEN_STATUS_LIST(VORLEN_STATUS_SHORT)
 #undef VORLEN_STATUS_SHORT
 };
 
-// The name of a code as it is written here, or null for a value that is none.
+// The enumerator's name of a code, or null for a value that is not a code.
 constexpr const char* statusName(std::int32_t code) {
     switch (code) {
 #define VORLEN_STATUS_NAME(name, value, shortText, longText)                                       \
