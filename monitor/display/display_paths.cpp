@@ -19,7 +19,7 @@ LONG allocate(PathArrays& arrays) {
     return status;
 }
 
-// Slots that the system does not fill stay zero; their name requests fail.
+// Array elements that the system does not fill stay zero. Requests for their names fail.
 LONG fill(PathArrays& arrays) {
     auto pathCount = static_cast<UINT32>(arrays.paths.size());
     auto modeCount = static_cast<UINT32>(arrays.modes.size());
@@ -42,7 +42,7 @@ LONG requestTargetName(const DISPLAYCONFIG_PATH_INFO& path,
     static_assert(sizeof(name) == 420);
     name.header.type = DISPLAYCONFIG_DEVICE_INFO_GET_TARGET_NAME;
     name.header.size = sizeof(name);
-    // Intended: the adapter of the source, not of the target.
+    // Intended: the adapter id of the source, not of the target.
     name.header.adapterId = path.sourceInfo.adapterId;
     name.header.id = path.targetInfo.id;
     return DisplayConfigGetDeviceInfo(&name.header);
@@ -64,7 +64,7 @@ DisplayPathInfo displayPathOf(HMONITOR monitor) {
 std::vector<DisplayPathInfo> getActiveDisplayPaths() {
     std::vector<DisplayPathInfo> result;
     PathArrays arrays;
-    // Intended: one attempt only. The next refresh of the list is never far.
+    // Intended: one attempt only. After a failure, names are empty until the next refresh.
     if (allocate(arrays) != ERROR_SUCCESS || fill(arrays) != ERROR_SUCCESS) {
         return result;
     }
@@ -82,14 +82,15 @@ std::vector<DisplayPathInfo> getActiveDisplayPaths() {
 
 std::optional<DisplayPathInfo> findDisplayPath(const std::wstring& deviceName) {
     PathArrays arrays;
-    // No status is looked at: what the system does not write stays zero and matches nothing.
+    // Statuses are ignored: paths that the system does not write stay zero and match no name.
     allocate(arrays);
     fill(arrays);
     for (const DISPLAYCONFIG_PATH_INFO& path : arrays.paths) {
         DISPLAYCONFIG_SOURCE_DEVICE_NAME source{};
         requestSourceName(path, source);
         const std::wstring sourceName = vorlen::textOf(source.viewGdiDeviceName);
-        // A request that failed leaves the name empty, as is the device name of a detached monitor.
+        // A failed request leaves the source name empty. The device name of a detached monitor is
+        // empty, too: the two do not match.
         if (!sourceName.empty() && sourceName == deviceName) {
             DISPLAYCONFIG_TARGET_DEVICE_NAME target{};
             requestTargetName(path, target);

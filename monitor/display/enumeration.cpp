@@ -16,7 +16,7 @@ std::vector<HMONITOR> collectHandles() {
     return handles;
 }
 
-// Monitors that show the same picture share a device name: the first path stands for them.
+// Cloned outputs share a device name. The first display path with the name gives the texts.
 void fillNames(MonitorInfo& info, const std::vector<DisplayPathInfo>& paths) {
     const auto path = std::ranges::find(paths, info.deviceName, &DisplayPathInfo::gdiDeviceName);
     if (path != paths.end()) {

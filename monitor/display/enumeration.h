@@ -5,16 +5,16 @@
 
 #include <vector>
 
-// The attached monitors whose information can be read, in the system's order; with
-// includeAllDisplays and at least two of them, an entry "All Displays" without a handle follows.
-// Settings that cannot be read are 0, names that no display path tells are empty. Waits for WMI
-// when a monitor is seen for the first time, and throws then what cacheMonitorIds throws. Any
-// thread.
+// The attached monitors whose device names can be read, in the system's order. With
+// includeAllDisplays and at least two monitors, an entry "All Displays" without a handle follows.
+// Display settings that cannot be read are 0. Texts are empty for a monitor without an active
+// display path. Queries WMI for monitors that are new; see cacheMonitorIds for what is thrown
+// then. Any thread.
 std::vector<MonitorInfo> EnumerateAllMonitors(bool includeAllDisplays);
 
-// Reads the display settings of the monitor into the record's five numbers (zeros when they cannot
-// be read) and, when an active display path leads to it, its friendly name and device path; every
-// other field stays as it is. A handle that is not, or no longer, that of a monitor has the numbers
-// that the system gives for a display device without a name: zeros when it knows none, the primary
-// monitor's under Wine. Any thread.
+// Writes the monitor's position, size and refresh rate into the record, or zeros when they cannot
+// be read. Also writes its friendly name and device path when an active display path has its
+// device name. All other fields stay unchanged. A handle that is not, or no longer, a monitor's
+// gets the display settings of an empty device name: the primary monitor's under Wine, zeros on a
+// system that returns none. Any thread.
 VORLEN_MONITOR_API void getMonitorBasicInfo(HMONITOR monitor, MonitorInfo& info);

@@ -12,7 +12,7 @@
 
 namespace {
 
-std::map<std::wstring, std::wstring> monitorIdCache; // never forgets a path
+std::map<std::wstring, std::wstring> monitorIdCache; // by device path; nothing is ever removed
 Mutex monitorIdCacheMutex;                           // held while a query runs
 
 std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devicePaths) {
@@ -29,7 +29,7 @@ std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devic
     return pending;
 }
 
-// On a thread of its own the query gets a multithreaded apartment, whatever the caller's is.
+// On a worker thread, because the query needs a thread that is not in an apartment yet.
 std::map<std::wstring, std::wstring> query(const std::vector<PendingMonitorId>& pending) {
     const auto results = std::make_shared<std::map<std::wstring, std::wstring>>();
     runOnWorker([pending, results] { queryWmiMonitorIds(pending, *results); });
@@ -57,9 +57,9 @@ void cacheMonitorIds(const std::vector<std::wstring>& devicePaths) {
     }
     std::map<std::wstring, std::wstring> results = query(pending);
     for (const PendingMonitorId& monitor : pending) {
-        results.try_emplace(monitor.devicePath); // those that WMI does not know
+        results.try_emplace(monitor.devicePath); // WMI does not list every monitor
     }
-    // All of them or, had memory been exhausted by now, none.
+    // Caches all results. After an exception above, none is cached: merge() itself cannot fail.
     monitorIdCache.merge(results);
 }
 

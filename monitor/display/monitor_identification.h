@@ -3,18 +3,19 @@
 #include <string>
 #include <vector>
 
-// The serial number texts of monitors by device interface path, asked of WMI once per path in the
-// life of the process, also when WMI knows none. Any thread; a call waits while another one asks.
+// The serial number texts of monitors, by device interface path. WMI is queried once for each path
+// while the library is loaded, also when it has no text. Any thread; while one call queries WMI,
+// calls of the last two functions on other threads wait.
 
-// The leading part of the WMI instance name that belongs to the device path; empty when the path is
-// none of a display.
+// The text that a monitor's WMI instance name begins with; empty when the device path is not that
+// of a display.
 std::wstring wmiInstancePrefix(const std::wstring& devicePath);
 
-// Asks for those of the paths that were not asked for before, all in one query on a thread of its
-// own, and returns when it has ended. What goes wrong with WMI leaves texts empty; a thread that
-// cannot be started is thrown as std::system_error, a query that cannot be built as _com_error, and
-// then nothing is cached.
+// Queries WMI for all paths that are not cached yet, in one query on a worker thread, and returns
+// when the query has ended. When WMI fails, texts stay empty. Throws std::system_error when the
+// thread cannot be started or waited for, and _com_error when the query's strings cannot be
+// allocated; nothing is cached then.
 void cacheMonitorIds(const std::vector<std::wstring>& devicePaths);
 
-// The text of the path; empty when there is none or it was not asked for.
+// The cached text of the path; empty when WMI has none or the path is not cached.
 std::wstring getCachedMonitorId(const std::wstring& devicePath);

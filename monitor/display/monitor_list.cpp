@@ -19,7 +19,7 @@ MonitorList* MonitorList::Get() {
     return ThreadObject<MonitorList>::Get();
 }
 
-// Intended: combo boxes show the monitors of the moment they were registered.
+// Intended: combo boxes are not updated. They keep the names that they got when registered.
 void MonitorList::Update() {
     monitors = EnumerateAllMonitors(includeAllDisplays);
 }
@@ -38,7 +38,7 @@ void MonitorList::RegisterComboBoxForUpdates(HWND comboBox) {
 
 void MonitorList::ForceUpdateComboBox(HWND comboBox) {
     resetComboBox(comboBox);
-    // By index and with copies: the list may be updated while the control is being told.
+    // By index and with copies: the list may be updated while the combo box handles a message.
     // NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         const std::wstring deviceName = monitors[i].deviceName;

@@ -5,12 +5,12 @@
 
 #include <vector>
 
-// The monitors of the last Update and the combo boxes that show their names. One per thread, used
-// and destroyed on the thread that made it.
+// The monitors of the last Update and the combo boxes that show their names. A thread has at most
+// one list, which is used and destroyed on that thread.
 class MonitorList {
 public:
-    // Becomes the calling thread's list; throws std::exception when the thread has one already. The
-    // list stays empty until the first Update. includeAllDisplays: see EnumerateAllMonitors.
+    // Becomes the calling thread's list. Throws std::logic_error when the thread already has one.
+    // The list is empty until the first Update. includeAllDisplays: see EnumerateAllMonitors.
     explicit MonitorList(bool includeAllDisplays);
     ~MonitorList() = default;
     MonitorList(const MonitorList&) = delete;
@@ -19,19 +19,19 @@ public:
     // The calling thread's list, or null.
     static MonitorList* Get();
 
-    // Reads the monitors anew; what EnumerateAllMonitors throws leaves them as they were.
-    // Registered combo boxes keep the names that they show.
+    // Reads the monitors. When EnumerateAllMonitors throws, the list stays unchanged. Registered
+    // combo boxes keep the names that they show.
     void Update();
 
     // The records of the last Update, valid until the next.
     const std::vector<MonitorInfo>& GetMonitors() const { return monitors; }
 
-    // The desktop rectangle of any monitor as the system reports it now; zeros for a handle that is
-    // not that of a monitor.
+    // The rectangle of any monitor in desktop coordinates, as the system reports it now. All zeros
+    // when the handle is not a monitor's.
     RECT GetMonitorRect(HMONITOR monitor) const;
 
-    // Remembers the combo box, which stays the caller's, and fills it with the device names. Throws
-    // _com_error when the combo box answers with an error.
+    // Keeps the handle of the combo box, which stays the caller's, and fills it with the device
+    // names. Throws _com_error when the combo box replies with an error.
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:
@@ -40,5 +40,5 @@ private:
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
     std::vector<MonitorInfo> monitors;
     bool includeAllDisplays = false;
-    ThreadObject<MonitorList> instance; // last, so that the thread's list is cleared first
+    ThreadObject<MonitorList> instance; // last member: the thread's list is cleared first
 };

@@ -21,7 +21,7 @@ bool holdsIntegers(SAFEARRAY* array) {
            elementType == VT_I4;
 }
 
-// The elements along one dimension, counted from 1; none when its bounds cannot be read.
+// The number of elements in a dimension (1 is the first); 0 when its bounds cannot be read.
 std::int64_t elementsAlong(SAFEARRAY* array, UINT dimension) {
     LONG lower = 0;
     LONG upper = 0;
@@ -32,8 +32,8 @@ std::int64_t elementsAlong(SAFEARRAY* array, UINT dimension) {
     return std::int64_t{upper} - lower + 1;
 }
 
-// The elements of the first dimension that are there to be read: another dimension that is empty
-// leaves none.
+// The number of elements of the first dimension; 0 when another dimension is empty, because the
+// array then has no element.
 std::size_t readableElements(SAFEARRAY* array) {
     for (UINT dimension = 2; dimension <= SafeArrayGetDim(array); ++dimension) {
         if (elementsAlong(array, dimension) <= 0) {

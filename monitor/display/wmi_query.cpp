@@ -13,7 +13,7 @@ namespace {
 using Microsoft::WRL::ComPtr;
 using vorlen::makeComString;
 
-// Security is a matter of the whole process and can be set once only.
+// COM security belongs to the process and can be set only once.
 bool comSecurityInitialized = false;
 
 bool ensureComSecurity() {
@@ -23,9 +23,9 @@ bool ensureComSecurity() {
     const HRESULT result =
         CoInitializeSecurity(nullptr, -1, nullptr, nullptr, RPC_C_AUTHN_LEVEL_DEFAULT,
                              RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE, nullptr);
-    // Never tried again, failed or not.
+    // Not tried again, even after a failure.
     comSecurityInitialized = true;
-    // The host may have chosen the security of its process already.
+    // RPC_E_TOO_LATE: the host has set the security of its process before.
     return SUCCEEDED(result) || result == RPC_E_TOO_LATE;
 }
 
@@ -34,7 +34,7 @@ struct Connection {
     ComPtr<IWbemServices> services;
 };
 
-// Here and below, success without an object is a failure as well.
+// Here and below, success without an object counts as a failure.
 bool findLocator(Connection& connection) {
     const HRESULT result = CoCreateInstance(__uuidof(WbemLocator), nullptr, CLSCTX_INPROC_SERVER,
                                             IID_PPV_ARGS(&connection.locator));

@@ -4,15 +4,15 @@
 #include <string>
 #include <vector>
 
-// A monitor whose identification is asked for.
+// A monitor whose serial number text is wanted.
 struct PendingMonitorId {
-    std::wstring prefix;     // with which the monitor's WMI instance name begins; not empty
+    std::wstring prefix;     // start of the monitor's WMI instance name; not empty
     std::wstring devicePath; // device interface path
 };
 
-// Asks WMI for the serial number text of every monitor and sets those of pending monitors in the
-// results, by device path. A failure of COM or WMI ends it quietly with what it has; a query text
-// that cannot be built is thrown as _com_error with E_OUTOFMEMORY. The calling thread must be of no
-// apartment yet; one call at a time in the process.
+// Queries WMI for the serial number texts of all monitors and writes those of the pending monitors
+// into results, by device path. When COM or WMI fails, it returns and results keeps what was read
+// before. Throws _com_error with E_OUTOFMEMORY when the query's strings cannot be allocated. The
+// calling thread must not be in an apartment. At most one call at a time.
 void queryWmiMonitorIds(const std::vector<PendingMonitorId>& pending,
                         std::map<std::wstring, std::wstring>& results);
