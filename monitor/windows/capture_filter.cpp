@@ -42,9 +42,9 @@ bool isNotWindow(const WindowInfo& info) {
     return IsWindow(info.hwnd) == FALSE;
 }
 
-// Intended: other windows may be cloaked. Only the frames of packaged applications stay visible
-// while the system hides them. A call that fails, as on a system without cloaking, counts as not
-// cloaked.
+// Intended: windows of other classes are not checked. Only the frames of packaged applications
+// stay visible while they are cloaked. When the call fails, as on a system without cloaking, the
+// window counts as not cloaked.
 bool isCloaked(const WindowInfo& info) {
     if (!equal(info.className, L"Windows.UI.Core.CoreWindow") &&
         !equal(info.className, L"ApplicationFrameWindow")) {
@@ -74,15 +74,15 @@ struct Rule {
 
 // In this order: the first rule that excludes the window gives the reason.
 constexpr Rule rules[] = {
-    {"no title", hasNoTitle},          // nothing that a user could pick by its name
+    {"no title", hasNoTitle},          // a user could not choose it by name
     {"shell window", isShellWindow},   // the desktop itself
-    {"not visible", isNotVisible},     // shows nothing
+    {"not visible", isNotVisible},     // has nothing to show
     {"not a root window", isNotRoot},  // a part of another window
-    {"disabled", isDisabled},          // waits for a modal dialog of its own
+    {"disabled", isDisabled},          // waits for its modal dialog
     {"tool window", isToolWindow},     // a floating palette
-    {"not a window", isNotWindow},     // destroyed since it was read: the styles read 0 then
+    {"not a window", isNotWindow},     // destroyed after it was read: its styles read as 0
     {"cloaked", isCloaked},            // suspended, or on another virtual desktop
-    {"blocked", IsKnownBlockedWindow}, // belongs to the system but looks like an application
+    {"blocked", IsKnownBlockedWindow}, // a window of the system that passes all other rules
 };
 
 } // namespace

@@ -4,16 +4,16 @@
 
 #include <string_view>
 
-// Whether a window is capturable: whether it may be shown on the kit's monitor. All comparisons of
-// titles and class names are exact and end at the first zero. Any thread.
+// Decides whether a window is capturable: whether it can be shown on the kit monitor. Titles and
+// class names are compared exactly, up to the first zero. Any thread.
 
-// The reason why the window is not capturable, that of the first rule that excludes it, such as
-// "disabled"; a literal. Null for a capturable window.
+// The reason of the first rule that excludes the window, such as "disabled": a string literal.
+// Null when the window is capturable.
 const char* reasonNotCapturable(const WindowInfo& info);
 
 bool IsCapturableWindow(const WindowInfo& info);
 
-// True for system windows that every other rule lets pass.
+// True for windows of the system that are in the block list, because they pass all other rules.
 bool IsKnownBlockedWindow(const WindowInfo& info);
 
 bool MatchTitleAndClassName(const WindowInfo& info, std::wstring_view title,

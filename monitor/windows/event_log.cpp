@@ -34,7 +34,7 @@ std::string describe(const std::exception_ptr& failure) {
 } // namespace
 
 void logEventFailure(const std::exception_ptr& failure) noexcept {
-    // Set first: a callback of the log may let other events fail.
+    // Set before the line is written: a callback of the log may cause other events to fail.
     if (seriesLogged.exchange(true)) {
         return;
     }
@@ -42,7 +42,7 @@ void logEventFailure(const std::exception_ptr& failure) noexcept {
         logger->log(vorlen::log::level_enum::critical,
                     "A window event could not be handled: " + describe(failure), false);
     } catch (...) {
-        // Memory for the line may be exhausted as well: the next failure tries again.
+        // Memory for the log line may be exhausted, too. The next failure tries again.
         seriesLogged = false;
     }
 }

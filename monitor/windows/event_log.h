@@ -2,13 +2,14 @@
 
 #include <exception>
 
-// The log of window events that fail. The window-event hook has no caller to return an exception
-// to. A series of failures is one line: the first failure is logged, later ones are not, until
-// endFailureSeries. The series is the process's, so that it needs no list. Any thread.
+// Logs window events that fail: the system calls the event procedure, and cannot receive an
+// exception. Only the first failure of a series is logged. There is one series for all lists. Any
+// thread.
 
-// Writes a line of level critical, unless the series has one. A line that cannot be written is left
-// to the next failure.
+// Writes a log line of level critical, unless the series already has one. If the line cannot be
+// written, the next failure tries again.
 void logEventFailure(const std::exception_ptr& failure) noexcept;
 
-// An event was handled, or a new list was read: the next failure begins a new series.
+// Called when an event has changed or checked a window, or a new list was read. The next failure
+// begins a new series.
 void endFailureSeries() noexcept;

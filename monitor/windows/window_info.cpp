@@ -8,9 +8,9 @@ namespace {
 
 constexpr int classNameUnits = 256;
 
-// A title that grows between the two calls is cut, one that shrinks is followed by more zeros.
+// A title that grows between the two calls is cut. One that shrinks is followed by more zeros.
 std::wstring readTitle(HWND hwnd) {
-    // A window of the host's own process answers whatever it likes.
+    // The procedure of a window of the host's process can return any number.
     const int length =
         std::clamp(GetWindowTextLengthW(hwnd), 0, std::numeric_limits<int>::max() - 1);
     const int units = length >= 1 ? length + 1 : 0;

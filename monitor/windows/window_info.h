@@ -4,11 +4,12 @@
 
 #include <string>
 
-// One top-level window as it was when the record was made; never refreshed. Given: the strings keep
-// the zeros of the buffers that they were read into: compare and copy them up to their first zero.
+// One top-level window as it was when the record was made; never refreshed.
+// Given: the strings keep the zeros of the buffers that they were read into. Compare and copy them
+// up to their first zero.
 struct WindowInfo {
-    // Reads title and class name of the window. A handle that is not that of a window gives an
-    // empty title and a class name of zeros.
+    // Reads title and class name of the window. For a handle that is not a window's, the title is
+    // empty and the class name is zeros.
     explicit WindowInfo(HWND window);
 
     HWND hwnd;              // borrowed from the system

@@ -37,37 +37,38 @@ void WindowList::Seed() {
     endFailureSeries();
 }
 
-// The desktop sends thousands of location events a second through the hooked range: what cannot
-// change the list is told from the event's numbers alone, or by a look whether it is listed.
+// The desktop sends thousands of location events a second through the hooked range. An event that
+// cannot change the list is dropped before any platform call: by its numbers, or because of
+// whether the window is listed.
 void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG object, LONG child,
                                   DWORD, DWORD) {
-    // Intended: the object of a destruction is not looked at.
+    // Intended: the object of a destruction is not checked.
     const bool gone = event == EVENT_OBJECT_DESTROY;
     const bool appeared = (event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED) &&
                           object == OBJID_WINDOW && hwnd != nullptr;
     if (child != CHILDID_SELF || !(gone || appeared)) {
         return;
     }
-    // The thread may be about to ask for the error of a call of its own.
+    // Windows may call this between a failed call of the host and its GetLastError().
     const LastErrorKeeper lastErrorKeeper;
     try {
         if (gone ? HandleDestruction(hwnd) : HandleAppearance(hwnd)) {
             endFailureSeries();
         }
     } catch (...) {
-        // The system called and has no use for it.
+        // The caller is the system, which must not receive an exception.
         logEventFailure(std::current_exception());
     }
 }
 
-// Whether a window was removed.
+// Returns whether the window was removed.
 bool WindowList::HandleDestruction(HWND hwnd) {
     WindowList* const list = Get();
     return list != nullptr && list->RemoveWindow(hwnd);
 }
 
-// Whether the window was looked at. Asking for its title may run a window procedure of the host,
-// which may destroy or replace the list: the window goes to the list that the thread has then.
+// Returns whether the window was read. Reading its title may run a window procedure of the host,
+// which may destroy or replace the list: the window is added to the list that the thread has then.
 bool WindowList::HandleAppearance(HWND hwnd) {
     const WindowList* const list = Get();
     if (list == nullptr || list->IsListed(hwnd) || GetAncestor(hwnd, GA_ROOT) != hwnd ||
@@ -83,7 +84,7 @@ bool WindowList::HandleAppearance(HWND hwnd) {
     return true;
 }
 
-// Intended: a window that is listed already keeps the title that it had when it appeared.
+// Intended: a window that is already listed keeps the title that it had when it was added.
 void WindowList::AddWindow(const WindowInfo& info) {
     if (IsListed(info.hwnd)) {
         return;
@@ -111,8 +112,9 @@ bool WindowList::RemoveWindow(HWND hwnd) {
     return true;
 }
 
-// To those that are registered now: one that is registered while another handles the message shows
-// the change already. The message may also destroy the list.
+// Sends to the combo boxes that are registered at the call. A combo box that is registered while
+// another one handles its message is filled from the changed list. A message may also destroy the
+// list.
 template <typename Send>
 void WindowList::NotifyComboBoxes(const Send& send) {
     const std::weak_ptr<void> alive = lifetime;
@@ -134,8 +136,8 @@ void WindowList::ForceUpdateComboBox(HWND comboBox) {
         return;
     }
     const std::size_t count = windows.size();
-    // By index and with copies: the control may let windows appear or go, or destroy the list,
-    // while it handles a message. Windows that appear are sent to it as they are added.
+    // By index and with copies: while the combo box handles a message, windows may be added or
+    // removed, and the list may be destroyed. AddWindow sends it the windows that are added.
     for (std::size_t i = 0; !alive.expired() && i < std::min(count, windows.size()); ++i) {
         const std::wstring title = windows[i].title;
         appendToComboBox(comboBox, title);

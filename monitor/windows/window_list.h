@@ -11,16 +11,16 @@
 #include <unordered_set>
 #include <vector>
 
-// The top-level windows that may be shown on the kit's monitor, in the order in which they
-// appeared, and the combo boxes that mirror their titles. One per thread, used and destroyed on the
-// thread that made it. It follows the desktop only while that thread retrieves messages; windows
-// enter when they are shown or uncloaked and leave when they are destroyed, nothing else changes
-// the list.
+// The capturable top-level windows, in the order in which they were added, and the combo boxes
+// that show their titles. A thread has at most one list, which is used and destroyed on that
+// thread. It follows the desktop only while that thread retrieves messages. Windows are added when
+// they are shown or uncloaked, and removed when they are destroyed. No other event changes the
+// list.
 class WindowList {
 public:
     // Becomes the calling thread's list, reads the windows of the desktop and installs the event
-    // hook; a list that the thread has already is deleted first. Without a hook, should the system
-    // refuse it, the list stays as read. A failure leaves neither hook nor thread's list behind.
+    // hook. Deletes the thread's earlier list first. When the system installs no hook, the list
+    // stays as it was read. After an exception the thread has no list and no hook.
     WindowList();
     ~WindowList() = default;
     WindowList(const WindowList&) = delete;
@@ -29,17 +29,18 @@ public:
     // The calling thread's list, or null.
     static WindowList* Get();
 
-    // The windows, valid until the thread next retrieves messages. Titles are those of the moment
-    // at which the window appeared.
+    // The windows, valid until the thread next retrieves messages. A title is the one that the
+    // window had when it was added.
     const std::vector<WindowInfo>& GetCurrentWindows() const { return windows; }
 
-    // Differs from the earlier number whenever the windows have changed.
+    // A number that changes whenever a window is added or removed.
     std::uint64_t GetRevision() const { return revision; }
 
-    // Fills the combo box with the titles and keeps it in step from now on. It stays the caller's,
-    // must not sort, and is sent each change twice if registered twice. Its procedure may destroy
-    // the list, which then sends no further message. It may also let windows appear or go, but then
-    // the combo box may end out of step. Throws _com_error when it answers with an error.
+    // Fills the combo box with the titles, and sends it every later change. It stays the caller's
+    // and must not sort its entries. Registered twice, it receives each change twice. Its
+    // procedure may destroy the list, which then sends no further message. Its procedure may also
+    // cause windows to be added or removed; its entries may differ from the list then. Throws
+    // _com_error when the combo box replies with an error.
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:
@@ -57,12 +58,12 @@ private:
     void NotifyComboBoxes(const Send& send);
 
     std::vector<HWND> comboBoxes;          // in order of registration, duplicates kept
-    std::vector<WindowInfo> windows;       // in order of appearance
+    std::vector<WindowInfo> windows;       // in the order in which they were added
     std::unordered_set<HWND> windowSet{8}; // the handles of windows
     std::uint64_t revision = 0;
-    // In this order, so that the hook is released first, then the thread's list cleared.
+    // In this order: the destructor releases the hook first and then clears the thread's list.
     ThreadObject<WindowList> instance;
-    vorlen::EventHook hook; // null when the system refused it
-    // Expires with the list, for functions of the list that run code of the host.
+    vorlen::EventHook hook; // null when the system installed none
+    // Expires with the list: functions that run code of the host check it afterwards.
     std::shared_ptr<void> lifetime = std::make_shared<char>();
 };
