@@ -55,7 +55,7 @@ void MonitorData::SetCurrentMonitorName(const wchar_t* name) {
 
 _VLRect MonitorData::GetCurrentMonitorRect() {
     RefreshMonitorListIfStale();
-    // As unsigned, a negative index lies beyond every list.
+    // Converted to unsigned, a negative index is larger than every list.
     const auto index = static_cast<std::uint32_t>(VorlenCore::Instance().GetMonitorIndex());
     if (index >= monitors.size()) {
         return {};

@@ -42,10 +42,10 @@ void MonitorData::UpdateMonitorList() {
     monitorUpdate = Update::complete;
 }
 
-// The cache and the core's list name the same monitors at the same indexes.
+// The cached list and the core's list get the same monitors at the same indexes.
 void MonitorData::ReplaceMonitors() {
     monitorList->Update();
-    // A copy: the runtime may have the thread's list updated while it is called.
+    // A copy: while it is called below, the runtime may update the thread's list.
     const std::vector<::MonitorInfo> read = monitorList->GetMonitors();
     monitors.clear();
     VorlenCore::Instance().ClearMonitorList();

@@ -17,7 +17,7 @@ using log::level_enum;
 
 constexpr std::int32_t minimumWidth = 3840;
 constexpr std::int32_t minimumHeight = 2160;
-// Intended: one below what users are asked for. A monitor at 59.94 Hz reports 59.
+// Intended: 59, although the text for users names 60 Hz. A monitor at 59.94 Hz reports 59.
 constexpr std::int32_t minimumRefreshRate = 59;
 
 log::vllogger* const logger = log::vllogger::instance();
@@ -60,7 +60,7 @@ void logOutcome(VLStatus status) {
 
 bool MonitorData::checkMonitorStatus() {
     RefreshMonitorListIfStale();
-    // A copy: the runtime and a callback of its log may have the list read again, or check again.
+    // A copy: the runtime and callbacks of its log may refresh the list or run another check.
     const std::vector<ui::MonitorInfo> candidates = monitors;
     const auto kitMonitor =
         std::ranges::find_if(candidates, [this](const ui::MonitorInfo& monitor) {

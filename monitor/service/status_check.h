@@ -4,10 +4,10 @@
 
 namespace vorlen {
 
-enum VLStatus : std::int32_t; // in full in vorlen/status.h, at the price of a copy of its tables
+enum VLStatus : std::int32_t; // vorlen/status.h defines it; each inclusion also makes two tables
 
-// The outcome of the last MonitorData::checkMonitorStatus of the process; UNKNOWN_STATUS before the
-// first. Outlives the service. Service thread.
+// The outcome of the last MonitorData::checkMonitorStatus since the library was loaded;
+// UNKNOWN_STATUS before the first. Also without a service. Service thread.
 VLStatus lastMonitorStatus();
 
 } // namespace vorlen

@@ -13,14 +13,14 @@ struct MonitorInfo {
     std::wstring deviceName;      // display device, such as \\.\DISPLAY1
     std::wstring friendlyName;    // name of the monitor's model; empty when unknown
     std::wstring monitorId;       // serial number text of the monitor; empty when unknown
-    std::int32_t x = 0;           // left edge on the desktop, pixels
-    std::int32_t y = 0;           // top edge on the desktop, pixels
+    std::int32_t x = 0;           // left edge, pixels, desktop coordinates
+    std::int32_t y = 0;           // top edge, pixels, desktop coordinates
     std::int32_t width = 0;       // pixels
     std::int32_t height = 0;      // pixels
     std::int32_t refreshRate = 0; // hertz
 };
 
-// One window that can be shown on the kit's monitor.
+// One capturable window as the service keeps it.
 struct WindowInfo {
     HWND hwnd = nullptr; // borrowed from the system
     std::wstring title;

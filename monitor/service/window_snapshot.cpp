@@ -10,14 +10,14 @@ namespace vorlen {
 void MonitorData::UseWindowList(bool use) {
     useWindowList = use;
     if (!use) {
-        // The owner is empty before the list goes: nothing finds it while it is being destroyed.
+        // reset() clears the pointer first: code that the destructor calls finds no list.
         windowList.reset();
     } else if (!windowList && !*readingWindows) {
         const std::shared_ptr<bool> reading = readingWindows;
         const ScopedFlag marked(*reading);
         const std::weak_ptr<void> alive = lifetime;
         auto list = std::make_unique<WindowList>();
-        // The procedure of a window whose title was read may have destroyed the service, or
+        // A window procedure that ran while titles were read may have destroyed the service or
         // switched the list off.
         if (!alive.expired() && useWindowList) {
             windowList = std::move(list);
@@ -26,7 +26,7 @@ void MonitorData::UseWindowList(bool use) {
     }
 }
 
-// Intended: the last snapshot stays in place while the list is off.
+// Intended: the snapshot stays unchanged while the list is off.
 void MonitorData::UpdateWindowList() {
     if (!windowList || !useWindowList || windowsRevision == windowList->GetRevision()) {
         return;
