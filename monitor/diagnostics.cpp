@@ -30,7 +30,7 @@ const char* getReasonNotCapturable(void* window) {
 
 bool restartWindowList() {
     MonitorData* const service = GetMonitorData();
-    // The service's list is the calling thread's, unless it is off or the thread is another one.
+    // WindowList::Get() is null on other threads, and while the runtime has switched the list off.
     if (service == nullptr || WindowList::Get() == nullptr) {
         return false;
     }

@@ -35,7 +35,7 @@ const char* getVorlenMonitorModelName() {
 
 void setVorlenMonitorModelName(const char* name, int32_t length) {
     if (MonitorData* const service = GetMonitorData()) {
-        // A string would refuse a null name with another exception.
+        // Checked first: for a null name, std::string throws std::logic_error.
         if (length < 0) {
             throw std::length_error("the length of a model name is negative");
         }

@@ -9,14 +9,14 @@
 
 namespace vorlen {
 
-// Copies the text into the field, cut to leave room for the terminating zero; the rest is zeros.
+// Copies the text into the field, cut to leave room for a terminating zero. The rest is zeros.
 template <std::size_t units>
 void copyText(const std::wstring& text, VLChar16 (&field)[units]) {
     const auto end = std::copy_n(text.begin(), std::min(text.size(), units - 1), field);
     std::fill(end, field + units, L'\0');
 }
 
-// Every field, but not the padding behind them.
+// Writes every field. The padding stays unchanged.
 inline void copyRecord(const ui::MonitorInfo& monitor, MonitorListItem& item) {
     item.handle = monitor.handle;
     copyText(monitor.deviceName, item.deviceName);
@@ -35,8 +35,8 @@ inline void copyRecord(const ui::WindowInfo& window, WindowListItem& item) {
     copyText(window.className, item.className);
 }
 
-// The list calls of the C interface: the number of records without an array, else as many records
-// as fit, and a negative capacity as it came.
+// The body of getMonitorList and getWindowList: returns the number of records when items is null;
+// else copies the records that fit and returns how many. Returns a negative capacity unchanged.
 template <typename Record, typename Item>
 int copyList(const std::vector<Record>& records, Item* items, std::int32_t capacity) {
     const auto count = static_cast<std::int32_t>(records.size());

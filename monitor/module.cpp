@@ -11,14 +11,15 @@ namespace vorlen {
 
 namespace {
 
-// Owned, but without a destructor: it is also read after the module's static objects have been
-// destroyed, by images that are unloaded, or handle the end of the process, later than this one.
+// An owning pointer without a destructor. Images that Windows unloads, or notifies of the end of
+// the process, after this library may still call it: it then reads this pointer although its
+// static objects have been destroyed.
 MonitorData* service = nullptr;
 
-// Destroys a service that is still there when the library is unloaded or the process ends. At the
-// end of the process no other thread is left; this waits for none.
+// Destroys a service that still exists when the library is unloaded or the process ends. It waits
+// for no thread: at the end of the process Windows has ended all others.
 const struct ServiceEnd {
-    // The first use of the lists makes what they need, which is thereby destroyed later.
+    // Constructs the function-local statics of the lists first, so that they are destroyed later.
     ServiceEnd() {
         MonitorList::Get();
         WindowList::Get();
@@ -39,7 +40,7 @@ void initModule() {
 }
 
 void cleanupModule() {
-    // Null before the service is destroyed: nothing finds it in the meantime.
+    // The pointer is null before the destructor runs: code that it calls finds no service.
     delete std::exchange(service, nullptr);
 }
 
@@ -53,7 +54,7 @@ MonitorData* GetMonitorData() {
 
 namespace {
 
-// Registers the module while the library is being loaded, before anything of it can be called.
+// Registers the module while the library is being loaded, before its functions can be called.
 const struct Registration {
     Registration() {
         Vorlen_RegisterModuleVersion("monitor", VORLEN_VERSION_MAJOR, VORLEN_VERSION_MINOR,

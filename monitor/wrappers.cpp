@@ -14,8 +14,8 @@ namespace {
 
 using monitor_internal::GetMonitorData;
 
-// An empty vector. Never destroyed, which an empty one does not need: the runtime may call its
-// table after the module's static objects have been destroyed.
+// An empty vector that is never destroyed: the runtime may call its table after the module's
+// static objects have been destroyed. An empty vector owns no memory, so nothing leaks.
 template <typename Record>
 class EmptyVector {
 public:
@@ -93,7 +93,7 @@ void registerMonitorComboBox(HWND comboBox) {
     }
 }
 
-// The record at the index, or null when there is none.
+// The record at the index; null for an index outside the list.
 template <typename Record>
 const Record* at(const std::vector<Record>& records, std::int32_t index) {
     const auto position = static_cast<std::size_t>(index);

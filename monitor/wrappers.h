@@ -4,7 +4,7 @@
 
 namespace vorlen {
 
-// The tables of functions that the runtime is given, ready to be copied.
+// The function tables that the module registers with the runtime, which copies them.
 MonitorWrapper makeMonitorWrapper();
 WindowEnumWrapper makeWindowEnumWrapper();
 
