@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <string>
 
-// Messages to a combo box of the host, which is borrowed. They are synchronous: the thread of the
-// combo box must be able to process them. A reply whose low 32 bits are negative, as CB_ERR and
-// CB_ERRSPACE are, is thrown as a _com_error carrying it; a destroyed control replies 0.
+// Messages to a combo box of the host; the handle is borrowed. Each call waits until the combo
+// box's thread has processed the message. A reply whose low 32 bits are negative, such as CB_ERR
+// or CB_ERRSPACE, is thrown as _com_error with that value. A destroyed combo box replies 0.
 
 void resetComboBox(HWND comboBox);
 

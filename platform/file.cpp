@@ -11,7 +11,7 @@ bool writeAll(HANDLE file, std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD written = 0;
         const auto length = static_cast<DWORD>(std::min(bytes.size(), most));
-        // A pipe may take a part only, and say that it succeeded.
+        // For a pipe, WriteFile may write a part of the bytes and report success.
         if (WriteFile(file, bytes.data(), length, &written, nullptr) == FALSE) {
             return false;
         }

@@ -6,9 +6,9 @@
 
 namespace vorlen {
 
-// Writes the bytes as they are; false, with the reason in GetLastError(), when not all of them
-// could be written. A file that takes nothing and reports success counts as ERROR_WRITE_FAULT. The
-// runtime and vorlen-monitor share this file.
+// Writes the bytes unchanged. Returns false, with the reason in GetLastError(), when not all bytes
+// could be written: ERROR_WRITE_FAULT when the system reports success but has written no byte. The
+// handle stays the caller's. Any thread.
 bool writeAll(HANDLE file, std::string_view bytes);
 
 } // namespace vorlen

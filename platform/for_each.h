@@ -4,10 +4,11 @@
 
 #include <exception>
 
-// Enumerations of the system, which call back. An exception of the callback must not cross the
-// frames of the system: it is kept, the rest of the enumeration is skipped without stopping it, and
-// the exception is thrown when the enumeration has returned. What the enumerations return is not
-// looked at: what could be enumerated was.
+// Enumerations of the system that call a function for each handle. An exception of the function
+// must not cross the frames of the system: it is kept, the function is not called for the
+// remaining handles, and the exception is rethrown when the enumeration has returned. The results
+// of EnumWindows and EnumDisplayMonitors are ignored: after a failure, the function has been
+// called for the handles that the system could enumerate. Any thread.
 
 namespace vorlen {
 

@@ -1,24 +1,23 @@
-// Replaces parts of GCC's C++ runtime. Linked statically into a library, the originals leak memory,
-// handles and thread slots each time that a process loads and unloads the library.
+// Replaces parts of libstdc++ that cost too much when they are linked statically into a DLL. Most of
+// them leak when the DLL is unloaded: a process that loads and unloads it many times would grow.
 //
-// Symbol                       What the runtime's own definition costs
+// Symbol                       What libstdc++'s definition costs
 // __cxa_guard_acquire,
 // __cxa_guard_release,
-// __cxa_guard_abort            leaks a mutex and a condition variable for function-local statics
+// __cxa_guard_abort            leak a mutex and a condition variable for function-local statics
 // __cxa_get_globals,
-// __cxa_get_globals_fast       leak 13 heap blocks, a slot and 4 handles of a thread_local for each
-//                              image that throws
-// __verbose_terminate_handler  leaks nothing, but links a demangler and formatted output (72 KB) to
-//                              print the exception; a host decides itself how it ends
+// __cxa_get_globals_fast       leak 13 heap blocks, a TLS slot and 4 handles of a thread_local, in
+//                              each image that has thrown an exception
+// __verbose_terminate_handler  leaks nothing; prints the exception and thereby adds a demangler and
+//                              formatted output to every image: 72 KB. The message is the host's
 //
-// The linker takes our definitions because object files are linked before archives: it pulls a
-// member of libstdc++.a only for a symbol that is still undefined. Beside that, __freeres gives
-// back the 73 KB that the library sets aside for exceptions that are thrown when there is no
-// memory.
+// The linker uses the definitions of this file because object files are linked before archives: it
+// takes a member of libstdc++.a only for a symbol that is still undefined. In addition, __freeres
+// frees the 73 KB that libstdc++ reserves for exceptions that are thrown when memory is exhausted.
 //
-// Checked with the libstdc++ of GCC 12, linked by GCC 12 and by Clang 14 with lld 14. With another
-// version: see that the layout of __cxa_eh_globals and of guards is the same, that the symbols
-// above are defined in the map file of a library by this file alone, and run the tests `soak`,
+// Checked with the libstdc++ of GCC 12, linked by GCC 12 and by Clang 14 with lld 14. For another
+// version: check that the layouts of __cxa_eh_globals and of guards are the same, check in the map
+// file of a DLL that only this file defines the symbols above, and run the tests `soak`,
 // `soak_real` and `lifecycle`.
 
 #include <windows.h>
@@ -34,7 +33,6 @@
 #error "checked with the libstdc++ of GCC 12 only: see above what to check, then change this line"
 #endif
 
-// Memory that the library sets aside for exceptions that are thrown when there is none left.
 namespace __gnu_cxx {
 void __freeres();
 
@@ -53,12 +51,13 @@ void WINAPI forgetExceptions(void* ofThread) {
     HeapFree(GetProcessHeap(), 0, ofThread);
 }
 
-// Not part of the slot, so that it can be read after the slot has been destroyed.
+// Not a member of the slot, so that it can be read after the slot has been destroyed.
 bool exceptionSlotIsFreed = false;
 
-// The slot in which each thread finds its exceptions. The system gives back what a thread has there
-// when the thread or the slot goes. A process has few such slots: should there be none left, it is
-// one of another kind, in which 16 bytes stay behind for each thread that has thrown.
+// The slot that holds a pointer to each thread's exceptions. It is a fiber-local slot: its
+// callback frees a thread's memory when the thread ends or the slot is freed. A process has few
+// fiber-local slots. If none is left, a thread-local slot is used, which leaks 16 bytes for each
+// thread that has thrown.
 class ExceptionSlot {
 public:
     ExceptionSlot()
@@ -84,13 +83,13 @@ private:
     DWORD threadIndex;
 };
 
-// Made before, and so destroyed after, everything else of the image that may throw.
+// Constructed before, and destroyed after, every other static object of the image.
 [[gnu::init_priority(101)]] const ExceptionSlot exceptionSlot;
 
 SRWLOCK guardLock{};
 CONDITION_VARIABLE guardReleased{};
 
-// A guard is 64 bits, of which compiled code looks at the first byte itself.
+// A guard has 64 bits. Compiled code reads its first byte directly.
 using Guard = std::int64_t;
 
 std::uint8_t& isDone(Guard* guard) {
@@ -111,8 +110,8 @@ void release(Guard* guard, std::uint8_t done) {
 
 } // namespace
 
-// The one-time initialisation of function-local statics, as the C++ ABI names it. The library's own
-// makes locks that nobody ends.
+// The one-time initialisation of function-local statics, as the C++ ABI defines it. libstdc++'s
+// version creates locks that leak when the DLL is unloaded.
 extern "C" int __cxa_guard_acquire(Guard* guard) {
     AcquireSRWLockExclusive(&guardLock);
     while (isDone(guard) == 0 && isInProgress(guard) != 0) {
@@ -132,18 +131,18 @@ extern "C" void __cxa_guard_abort(Guard* guard) {
     release(guard, 0);
 }
 
-// The exceptions that a thread has thrown and caught, as the C++ ABI lays them out.
+// The exceptions that a thread has thrown and caught, in the layout of the C++ ABI.
 struct __cxxabiv1::__cxa_eh_globals {
     void* caught;
     unsigned uncaughtCount;
 };
 
-// The library's own is a thread_local, for which it takes memory, a slot and handles in every image
-// that throws, and never gives them back.
+// libstdc++'s version is a thread_local, whose heap blocks, TLS slot and handles leak when the DLL
+// is unloaded.
 extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcept {
     using __cxxabiv1::__cxa_eh_globals;
     if (exceptionSlotIsFreed) {
-        // The thread that unloads the image or ends the process is the only one left in here.
+        // Only the thread that unloads the image or ends the process still runs code of the image.
         static constinit __cxa_eh_globals atTheEnd{};
         return &atTheEnd;
     }
@@ -153,7 +152,7 @@ extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcep
         globals = static_cast<__cxa_eh_globals*>(
             HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(__cxa_eh_globals)));
         if (globals == nullptr || !exceptionSlot.set(globals)) {
-            std::terminate(); // as the library itself does
+            std::terminate(); // as libstdc++ does
         }
     }
     SetLastError(lastError);

@@ -2,8 +2,8 @@
 
 #include <windows.h>
 
-// A mutex for std::lock_guard. Windows' own lock, which needs no memory: what toolchains make of a
-// static std::mutex stays behind in a process that unloads the library.
+// A mutex for std::lock_guard. A static std::mutex of this toolchain leaks memory when the DLL is
+// unloaded (docs/platform.md); an SRWLOCK needs no memory.
 class Mutex {
 public:
     void lock() { AcquireSRWLockExclusive(&handle); }
@@ -15,10 +15,10 @@ private:
 
 namespace vorlen {
 
-// A lock for what may be used until the very end of the process. The system ends every other thread
-// before it tells the libraries that the process ends. Where one of those threads held the lock, a
-// library that wants it then would wait for ever with std::mutex; with a critical section the
-// system sees to it that it does not.
+// A lock that may be used until the process has ended. Windows ends all other threads before it
+// notifies the libraries of the end of the process. If such a thread held a std::mutex, a library
+// that locks it during the notification would wait for ever. EnterCriticalSection does not wait
+// then.
 class CriticalSection {
 public:
     CriticalSection() { InitializeCriticalSectionEx(&section, 0, CRITICAL_SECTION_NO_DEBUG_INFO); }

@@ -10,17 +10,17 @@
 
 #include <memory>
 
-// Owners of what the system hands out: std::unique_ptr with the function that gives it back. COM
-// objects are held in ComPtr, variants in _variant_t. Not _bstr_t: it takes memory of its own, and
-// answers with another exception when there is none.
+// Owners of what the system allocates: std::unique_ptr with the function that releases it. COM
+// objects are held by ComPtr, variants by _variant_t. Strings are not held by _bstr_t: it
+// allocates additional memory, and throws another exception when memory is exhausted.
 
 namespace vorlen {
 
 struct ReleaseEventHook {
     using pointer = HWINEVENTHOOK;
-    // Leaves the thread's last error as it was. Windows lets only the thread that installed a hook
-    // release it: on another thread the hook stays until that thread ends, and its procedure, and
-    // with it this image, has to stay loaded.
+    // Keeps the thread's last error unchanged. Windows lets only the thread that installed a hook
+    // release it. When the release fails, the hook stays until that thread ends, so the image with
+    // its procedure has to stay loaded.
     void operator()(HWINEVENTHOOK hook) const {
         const LastErrorKeeper lastErrorKeeper;
         if (UnhookWinEvent(hook) == FALSE) {
@@ -44,14 +44,15 @@ inline ComString makeComString(const wchar_t* characters) {
     return text;
 }
 
-// The right to read the elements of a safe array, which stays the caller's. Made after
-// SafeArrayAccessData has granted it.
+// Ends the access to the elements of a safe array, which stays the caller's. Constructed after
+// SafeArrayAccessData has succeeded.
 struct UnaccessSafeArray {
     void operator()(SAFEARRAY* array) const { SafeArrayUnaccessData(array); }
 };
 using SafeArrayAccess = std::unique_ptr<SAFEARRAY, UnaccessSafeArray>;
 
-// The calling thread's place in the multithreaded apartment, left again when it was entered.
+// Enters the calling thread into the multithreaded apartment; the destructor leaves it, if it was
+// entered.
 class MultithreadedApartment {
 public:
     MultithreadedApartment() : result(CoInitializeEx(nullptr, COINIT_MULTITHREADED)) {}

@@ -14,8 +14,8 @@ struct Range {
     wchar_t last;
 };
 
-// Beyond ASCII: the second block of control characters, the separators, and the characters with
-// the property Bidi_Control. All of them are single UTF-16 units.
+// Beyond ASCII: the C1 control characters with DEL, the line and paragraph separators, and the
+// characters with the Unicode property Bidi_Control. Each is a single UTF-16 unit.
 constexpr std::array controlsBeyondAscii{
     Range{0x007F, 0x009F}, Range{0x061C, 0x061C}, Range{0x200E, 0x200F},
     Range{0x2028, 0x202E}, Range{0x2066, 0x2069},

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-// Restores the thread's last-error value at its end.
+// The destructor restores the last-error value that the thread had at the construction.
 class LastErrorKeeper {
 public:
     LastErrorKeeper() : lastError(GetLastError()) {}
@@ -14,7 +14,7 @@ private:
     DWORD lastError;
 };
 
-// Sets a flag, which must be clear, until its own end.
+// Sets a flag, which must be clear. The destructor clears it.
 class ScopedFlag {
 public:
     explicit ScopedFlag(bool& marked) : flag(marked) { marked = true; }

@@ -32,7 +32,7 @@ std::string toUtf8(std::wstring_view text, DWORD flags) {
 
 std::string toUtf8Strict(std::wstring_view text) {
     std::string bytes = toUtf8(text, WC_ERR_INVALID_CHARS);
-    // The system gives nothing for a text that is not valid UTF-16.
+    // WideCharToMultiByte returns 0 for a text that is not valid UTF-16.
     if (bytes.empty() && !text.empty()) {
         throw std::range_error("bad conversion");
     }

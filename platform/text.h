@@ -4,8 +4,9 @@
 #include <string>
 #include <string_view>
 
-// Conversions of text. Any thread. Exhausted memory leaves as std::bad_alloc, a text of more than
-// 2 GB as std::length_error.
+// Conversions of text. Any thread. Functions that return a string throw std::bad_alloc when memory
+// is exhausted; the UTF conversions throw std::length_error for a text of more than 2^31 - 1
+// units.
 
 namespace vorlen {
 
@@ -15,11 +16,11 @@ std::string toUtf8Strict(std::wstring_view text);
 // UTF-8; an unpaired surrogate becomes U+FFFD.
 std::string toUtf8Lossy(std::wstring_view text);
 
-// UTF-16; a byte that belongs to no character becomes U+FFFD.
+// UTF-16; a byte that is not part of a valid character becomes U+FFFD.
 std::wstring toUtf16Lossy(std::string_view text);
 
-// Intended: names for the runtime's core keep the low 8 bits of each UTF-16 unit, without any
-// encoding. ASCII arrives unchanged, any other character as the low byte of its unit.
+// Intended: names for the runtime's core keep the low 8 bits of each UTF-16 unit and have no
+// encoding. ASCII characters stay unchanged.
 std::string lowBytes(std::wstring_view text);
 
 // The text up to its first zero, or all of it.
@@ -27,8 +28,8 @@ constexpr std::wstring_view untilZero(std::wstring_view text) {
     return text.substr(0, text.find(L'\0'));
 }
 
-// The text of a fixed-size field of a platform structure, up to its terminating zero or, should the
-// system have left that out, to the end of the field.
+// The text of a fixed-size field of a platform structure, up to its terminating zero or, when the
+// system wrote none, to the end of the field.
 template <std::size_t units>
 std::wstring textOf(const wchar_t (&field)[units]) {
     return std::wstring(untilZero({field, units}));

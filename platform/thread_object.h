@@ -8,15 +8,15 @@
 #include <memory>
 #include <utility>
 
-// Makes an object the calling thread's T, which is found on that thread until this binding, a
-// member of the object, is destroyed. That belongs on the same thread. If it happens on another one
-// all the same, the object is never found again either. Nothing here waits for another thread.
+// Binds an object to a thread: Get() returns the object on that thread until this member of the
+// object is destroyed. The object should be destroyed on the same thread. When another thread
+// destroys it, Get() returns null on both threads afterwards. Nothing here waits for a thread.
 template <typename T>
 class ThreadObject {
 public:
     ThreadObject() = default;
 
-    // Clears the calling thread's pointer, whether or not it is to this object.
+    // Clears the calling thread's pointer, even if it points to another object.
     ~ThreadObject() {
         if (entry) {
             entry->object = nullptr;
@@ -36,8 +36,9 @@ public:
         return found != nullptr ? found->object.load() : nullptr;
     }
 
-    // To be called once, on a thread that has no object. Throws std::system_error, as
-    // ThreadSlot::Set() does, or std::bad_alloc; the thread has no object then.
+    // Binds the object to the calling thread, which must not have an object yet. To be called
+    // once. Throws std::bad_alloc, or std::system_error as ThreadSlot::Set() does; nothing is
+    // bound then.
     void Bind(T& object) {
         auto bound = std::make_unique<Entry>(&object);
         makeSlot();
@@ -46,7 +47,7 @@ public:
     }
 
 private:
-    // What the thread's pointer leads to. The pointer itself can be cleared on its own thread only.
+    // The thread's slot points to this entry. Other threads can clear the entry, but not the slot.
     struct Entry {
         explicit Entry(T* bound) : object(bound) {}
 
@@ -55,8 +56,8 @@ private:
         Entry* next = nullptr;
     };
 
-    // The entries of objects that were destroyed on other threads than their own, which still lead
-    // to them. They are freed with the slot.
+    // The entries of objects that another thread destroyed: the slots of the objects' threads
+    // still point to them. They are freed together with the slot index.
     struct KeptEntries {
         KeptEntries() = default;
         ~KeptEntries() {
@@ -78,8 +79,8 @@ private:
 
     struct Slot : KeptEntries, ThreadSlot<Entry> {};
 
-    // Function-local: made before, and destroyed after, every static object that uses it in its
-    // constructor.
+    // Function-local: constructed before, and destroyed after, any static object that calls this
+    // in its constructor.
     static void makeSlot() { static const Slot slot; }
 
     std::unique_ptr<Entry> entry;

@@ -5,12 +5,12 @@
 #include <system_error>
 #include <utility>
 
-// One borrowed pointer to a T per thread, null at first. A slot of Windows' own: what toolchains
-// make of thread_local stays behind in a process that unloads the library.
+// One borrowed pointer to a T per thread, null at first, in a TLS slot of Windows. libstdc++ and
+// winpthreads leak a TLS slot for thread_local when the DLL is unloaded.
 //
-// An image has one slot for each T at a time. Its index is not part of the object: calls that
-// follow the destruction, at the end of the process for example, find no index, and leave one that
-// Windows has given to another owner alone.
+// An image has at most one slot for each T at a time. The slot's index is static: calls after the
+// destruction, such as at the end of the process, see that there is no slot and do not touch a
+// slot that Windows has given to another owner.
 template <typename T>
 class ThreadSlot {
 public:
@@ -21,7 +21,7 @@ public:
 
     static T* Get() { return static_cast<T*>(TlsGetValue(index)); }
 
-    // Throws std::system_error when the system has no room for the pointer, or had none for the
+    // Throws std::system_error when the system cannot store the pointer, or could not allocate the
     // slot.
     static void Set(T* value) {
         if (TlsSetValue(index, value) == FALSE) {
@@ -29,7 +29,7 @@ public:
         }
     }
 
-    // A thread that never set its pointer has none to clear either.
+    // A failure is ignored: a thread whose pointer cannot be set has never set one.
     static void Clear() noexcept { TlsSetValue(index, nullptr); }
 
 private:

@@ -19,13 +19,13 @@ struct Job {
     std::exception_ptr failure;
 };
 
-// What the thread owns.
+// Owned by the worker thread.
 struct Share {
     std::shared_ptr<Job> job;
     HMODULE image; // a reference to the image that the thread runs in
 };
 
-// Frees the share but for its reference, which it returns.
+// Runs the task, frees the share, and returns the reference to the image, which is still held.
 HMODULE run(void* parameter) {
     const std::unique_ptr<Share> share(static_cast<Share*>(parameter));
     try {
@@ -36,13 +36,13 @@ HMODULE run(void* parameter) {
     return share->image;
 }
 
-// The host may unload the library when the thread could not be waited for: the thread's code stays
-// until the thread has left it.
+// When the caller could not wait for the thread, the host may unload the library while the thread
+// runs. The reference keeps the thread's code loaded until the thread has ended.
 unsigned __stdcall runJob(void* parameter) {
     FreeLibraryAndExitThread(run(parameter), 0);
 }
 
-// Not std::thread: what toolchains make of it stays behind in a process that unloads the library.
+// Not std::thread, which leaks memory when the DLL is unloaded (docs/platform.md).
 HANDLE start(const std::shared_ptr<Job>& job) {
     auto share = std::make_unique<Share>(Share{job, nullptr});
     share->image = referenceThisImage();
@@ -53,7 +53,7 @@ HANDLE start(const std::shared_ptr<Job>& job) {
         FreeLibrary(share->image);
         throw std::system_error(error, std::generic_category());
     }
-    static_cast<void>(share.release()); // now the thread's
+    static_cast<void>(share.release()); // the thread owns it
     return thread;
 }
 

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-// Runs the task on a new thread and returns when it has ended. An exception of the task is thrown
-// here. A thread that cannot be started or waited for is thrown as std::system_error; in the latter
-// case the task may still be running, so it must own what it uses. The thread keeps this image
-// loaded until it has ended.
+// Runs the task on a new thread and returns when the task has ended. Rethrows an exception of the
+// task. Throws std::system_error when the thread cannot be started or waited for. When it cannot
+// be waited for, the task may still be running, so it must own all data that it uses. The thread
+// keeps this image loaded until it has ended. Any thread.
 void runOnWorker(std::function<void()> task);
