@@ -20,7 +20,7 @@ void CallbackCaller::call(DebugCallback callback, level_enum level, const std::s
         complainOnce(error.what());
     } catch (...) {
         Calling::Clear();
-        complainOnce("it is no std::exception");
+        complainOnce("it is not a std::exception");
     }
 }
 

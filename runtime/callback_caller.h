@@ -8,13 +8,13 @@
 
 namespace vorlen::log {
 
-// Hands lines to debug callbacks, so that nothing a callback does gets in the way of logging. Any
+// Calls debug callbacks with log lines. Nothing that a callback does can disturb logging. Any
 // thread.
 class CallbackCaller {
 public:
-    // Null is never called, and no callback is called while one runs on the same thread: one that
-    // logs would not come to an end. What it throws is dropped, and said on standard error the
-    // first time.
+    // Does nothing when the callback is null, or when a callback is running on the calling thread:
+    // a callback that logs would never return. Exceptions of the callback are dropped; the first
+    // one is reported on standard error.
     void call(DebugCallback callback, level_enum level, const std::string& message);
 
 private:
@@ -22,7 +22,7 @@ private:
 
     using Calling = ThreadSlot<CallbackCaller>;
 
-    Calling calling; // set on threads that are inside a callback
+    Calling calling; // set on threads that run a callback
     std::atomic_flag hasComplained;
 };
 

@@ -29,7 +29,7 @@ void VorlenCore::ClearMonitorList() {
 }
 
 void VorlenCore::AddMonitorItem(VORLEN_MONITOR_INFO monitor) {
-    // Whatever fails leaves as many monitors as there are lists of their models.
+    // In this order: after an exception modelsOfMonitor still has an entry for each monitor.
     modelsOfMonitor.resize(monitors.size() + 1);
     monitors.push_back(std::move(monitor));
     RecogniseMonitor(monitors.size() - 1);
@@ -73,7 +73,7 @@ VorlenCore::GetVorlenModelName(const std::string& deviceName) const {
 
 void VorlenCore::SetVorlenModelName(const std::string& modelName) {
     if (modelName.empty()) {
-        complain("an empty model name was given: a model is known by at least one character");
+        complain("an empty model name was given: give a name of at least one character");
         return;
     }
     if (std::ranges::find(knownModels, modelName) == knownModels.end()) {

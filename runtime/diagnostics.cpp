@@ -6,7 +6,7 @@ namespace vorlen {
 
 void complain(const std::string& what) {
     const std::string line = "vorlen_runtime: " + what + "\n";
-    // Nothing is left to tell when standard error itself cannot be written.
+    // A failure to write to standard error cannot be reported anywhere.
     static_cast<void>(std::fputs(line.c_str(), stderr));
     static_cast<void>(std::fflush(stderr));
 }

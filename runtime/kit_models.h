@@ -6,12 +6,12 @@
 
 namespace vorlen {
 
-// The model names that the environment variable VORLEN_KIT_MODELS lists, separated by ';', each
-// once. They are narrowed as the names of monitors are, so that the two compare equal. An empty
-// name is left out, with a line on standard error.
+// The model names in the environment variable VORLEN_KIT_MODELS, separated by ';'. Each is
+// returned once. As in monitor names, only the low 8 bits of each UTF-16 unit are kept, so that
+// both can be compared. An empty name is left out, and reported on standard error.
 std::vector<std::string> kitModelsFromEnvironment();
 
-// The same for a text.
+// The same for a text in place of the variable.
 std::vector<std::string> kitModelsFromText(std::wstring_view text);
 
 } // namespace vorlen

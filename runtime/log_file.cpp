@@ -11,8 +11,8 @@ namespace vorlen::log {
 
 namespace {
 
-// The last error of the calling thread, in C's own words where it has some: the system's would be
-// in its user's language and code page.
+// The calling thread's last error with the C library's message: the system's message would be in
+// the user's language and code page.
 std::string lastError() {
     const auto number = static_cast<int>(GetLastError());
     return "error " + std::to_string(number) + ": " +
@@ -26,7 +26,7 @@ LogFile::LogFile(const std::wstring& name)
     if (name.empty()) {
         return;
     }
-    // Readers, other writers and whoever moves a grown file away are not kept out.
+    // Other programs may read, write, rename and delete the file while it is open.
     file = CreateFileW(name.c_str(), FILE_APPEND_DATA,
                        FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_ALWAYS,
                        FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -7,17 +7,17 @@
 
 namespace vorlen::log {
 
-// A file that grows by whole lines. What cannot be done is said once on standard error; nothing
-// throws but the exhaustion of memory. Not for several threads at once.
+// A file to which whole lines are appended. The first failure is reported on standard error.
+// Functions throw only std::bad_alloc. Not for several threads at once.
 class LogFile {
 public:
-    // Opens the file, or makes it. Without a name there is none, and appending does nothing.
+    // Opens or creates the file. With an empty name there is no file, and append() does nothing.
     explicit LogFile(const std::wstring& name);
     ~LogFile();
     LogFile(const LogFile&) = delete;
     LogFile& operator=(const LogFile&) = delete;
 
-    // Hands the line to the system before it returns.
+    // The line has been passed to the system when this returns.
     void append(std::string_view line);
 
 private:

@@ -16,7 +16,7 @@ namespace {
 
 LogOutput* madeOutput = nullptr;
 
-// Universal time to the millisecond, as ISO 8601 writes it.
+// The time in UTC with milliseconds, in the format of ISO 8601.
 std::string timeNow() {
     SYSTEMTIME now{};
     GetSystemTime(&now);
@@ -34,17 +34,17 @@ LogOutput::LogOutput(const LogSettings& settings)
 
 void LogOutput::log(level_enum level, const std::string& message, DebugCallback callback) {
     write(level, message);
-    // Without the lock: a callback may take its time, or log.
+    // Outside the lock: a callback may run long, or log.
     callbacks.call(callback, level, message);
 }
 
 void LogOutput::write(level_enum level, const std::string& message) {
-    // A number beyond the levels, which a caller's cast can make, counts as the level at that end.
+    // A caller's cast can make a number outside the levels: the nearest level is used.
     level = std::clamp(level, level_enum::trace, level_enum::critical);
     const std::string line = std::string(nameOf(level)) + ' ' + spellControls(message) + '\n';
     const std::lock_guard lock(writing);
     if (level >= threshold) {
-        // Nothing is left to tell when standard error itself cannot be written.
+        // A failure to write to standard error cannot be reported anywhere.
         static_cast<void>(writeAll(GetStdHandle(STD_ERROR_HANDLE), line));
     }
     file.append(timeNow() + ' ' + line);

@@ -9,14 +9,14 @@
 
 namespace vorlen::log {
 
-// Where lines go, for every image of the process: standard error from the threshold on, the file
-// always. Any thread.
+// The outputs of the log, for every image of the process: lines from the threshold on go to
+// standard error, all lines go to the file. Any thread.
 class LogOutput {
 public:
     explicit LogOutput(const LogSettings& settings);
 
-    // Lines of several threads come out whole and in the same order at both places. The callback is
-    // called when its line has been written.
+    // Writes one line. Lines of several threads are written whole, and in the same order in both
+    // outputs. Calls the callback after the line has been written.
     void log(level_enum level, const std::string& message, DebugCallback callback);
 
 private:
@@ -28,11 +28,12 @@ private:
     CallbackCaller callbacks;
 };
 
-// The process-wide object, made from the environment on the first call. It outlives every static
-// object: images may log until the process ends, also after this one's exit handlers have run.
+// The only object, created with the settings of the environment on the first call. It is not
+// destroyed with the static objects: images may log until the process ends, even after the static
+// objects of this image have been destroyed.
 LogOutput& logOutput();
 
-// Releases it when nobody can log any more, since this image is being unloaded.
+// Destroys the object. Called when this image is being unloaded: no other image uses it then.
 void closeLogOutput();
 
 } // namespace vorlen::log

@@ -13,7 +13,7 @@ namespace vorlen::log {
 
 namespace {
 
-// In the order of the levels' numbers.
+// In the order of the levels' values.
 constexpr std::array<std::string_view, 6> names{"trace", "debug", "info",
                                                 "warn",  "error", "critical"};
 
@@ -26,7 +26,7 @@ std::optional<level_enum> levelNamed(std::string_view name) {
     return std::nullopt;
 }
 
-// All names, for a person to choose from: "trace, debug, ... or critical".
+// The names of all levels, for a message: "trace, debug, ... or critical".
 std::string levelNames() {
     std::string list(names.front());
     for (std::size_t i = 1; i < names.size(); ++i) {
@@ -43,7 +43,7 @@ level_enum thresholdNamed(const std::string& name) {
     if (const auto level = levelNamed(name)) {
         return *level;
     }
-    complain("VORLEN_LOG_LEVEL is \"" + spellControls(name) + "\", which is no level, and " +
+    complain("VORLEN_LOG_LEVEL is \"" + spellControls(name) + "\", which is not a level, and " +
              std::string(nameOf(defaultThreshold)) + " is used instead: set it to " + levelNames());
     return defaultThreshold;
 }

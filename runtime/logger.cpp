@@ -17,8 +17,8 @@ DebugCallback vllogger::debugCallback = nullptr;
 
 vllogger::vllogger() : initialized(setUpSinks()) {}
 
-// The sinks belong to the process, not to the image whose object goes here.
-// NOLINTNEXTLINE(modernize-use-equals-default): then it would have to be in the header
+// The sinks belong to the process, not to the image whose object is destroyed here.
+// NOLINTNEXTLINE(modernize-use-equals-default): a default would have to be in the header
 vllogger::~vllogger() {}
 
 // NOLINTNEXTLINE(readability-convert-member-functions-to-static): modules call it on an object

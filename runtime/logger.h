@@ -5,8 +5,8 @@
 #include <cstdint>
 #include <string>
 
-// For members whose body stands here: the runtime exports its own, and every other image has its
-// own and imports none. Importing them would give all images the runtime's object
+// Marks members that are defined in this header. The runtime exports them. Every other image
+// compiles its own and imports none: if it imported instance(), it would use the runtime's object
 // (docs/platform.md).
 #ifdef VORLEN_RUNTIME_BUILD
 #define VORLEN_RUNTIME_INLINE VORLEN_RUNTIME_API
@@ -25,19 +25,19 @@ enum class level_enum : std::int32_t {
     critical = 5,
 };
 
-// Called by the runtime for each line with the level's number and the text.
+// Called by the runtime for each line, with the value of its level and its text.
 using DebugCallback = void (*)(int level, const char* message);
 
+// The logger of an image. The runtime owns sinks, format and threshold. Each image has one object,
+// which instance() returns. The runtime exports every member function.
 // Given: the names of the class and of its members.
-// A module's view of the runtime's logger, which owns sinks, format and threshold. Each image has
-// one object, reached through instance(). The runtime exports every member by its name.
 class vllogger {
 public:
     vllogger(const vllogger&) = delete;
     vllogger& operator=(const vllogger&) = delete;
 
-    // Made on the first call, which may come from several threads at once; lives until the image is
-    // unloaded.
+    // The image's object: constructed by the first call, destroyed when the image is unloaded. Any
+    // thread.
     VORLEN_RUNTIME_INLINE static vllogger* instance() {
         static vllogger logger;
         return &logger;
@@ -45,9 +45,9 @@ public:
 
     VORLEN_RUNTIME_INLINE bool isInitialized() const { return initialized; }
 
-    // Writes one line. The message is complete and UTF-8, without a line end; any level may be
-    // given at any time, the runtime decides what is written where. The flag is the runtime's own;
-    // modules pass false. Any thread.
+    // Writes one log line. The message is UTF-8 without a line end. The runtime decides by the
+    // level where the line is written. The flag is reserved for the runtime: modules pass false.
+    // Any thread.
     VORLEN_RUNTIME_API void log(level_enum level, const std::string& message, bool flag);
 
     VORLEN_RUNTIME_INLINE void trace(const std::string& message) {
@@ -69,7 +69,7 @@ public:
         log(level_enum::critical, message, false);
     }
 
-    // Replaces the callback; null removes it. A plain store: not while another thread logs.
+    // Replaces the callback; null removes it. Not synchronised: not while another thread logs.
     VORLEN_RUNTIME_INLINE static void RegisterDebugCallback(DebugCallback callback) {
         debugCallback = callback;
     }

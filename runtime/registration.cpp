@@ -15,8 +15,8 @@ namespace {
 
 using Function = void (*)();
 
-// What a module registered, together with the image that it points into: an unloaded module's
-// functions must not be called any more.
+// A function or table that a module registered, and the image that contains it: functions of an
+// unloaded module must not be called.
 template <typename T>
 struct Registered {
     T value;
@@ -47,7 +47,7 @@ template <typename F>
 HMODULE imageOf(F* function) {
     HMODULE image = nullptr;
     if (function == nullptr) {
-        return image; // the system would take it for the program
+        return image; // for a null address, the system returns the program's image
     }
     const BOOL found = GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS |
                                               GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
@@ -70,7 +70,7 @@ void add(std::vector<Registered<Function>>& functions, Function function, const 
                  " function: register the address of a function of the module");
         return;
     }
-    // A module that was unloaded and loaded again registers the same function once more.
+    // A module that was unloaded and loaded again may register the same address again.
     std::erase_if(functions, [=](const auto& known) { return known.value == function; });
     functions.push_back({function, image});
 }
@@ -82,14 +82,14 @@ void dropUnloaded(std::vector<Registered<Function>>& functions) {
 void runCleanups() {
     dropUnloaded(registry().cleanups);
     const std::vector<Registered<Function>> cleanups = registry().cleanups;
-    // NOLINTNEXTLINE(modernize-loop-convert): Clang 14 does not know the library's reversed view.
+    // NOLINTNEXTLINE(modernize-loop-convert): Clang 14 cannot compile std::views::reverse.
     for (auto cleanup = cleanups.rbegin(); cleanup != cleanups.rend(); ++cleanup) {
         try {
             cleanup->value();
         } catch (const std::exception& error) {
             complain(std::string("the cleanup of a module failed: ") + error.what());
         } catch (...) {
-            complain("the cleanup of a module failed for a reason that it did not name");
+            complain("the cleanup of a module failed with an exception of unknown type");
         }
     }
 }
@@ -105,7 +105,7 @@ bool runInits() {
     } catch (const std::exception& error) {
         complain(std::string("the init of a module failed: ") + error.what());
     } catch (...) {
-        complain("the init of a module failed for a reason that it did not name");
+        complain("the init of a module failed with an exception of unknown type");
     }
     return false;
 }

@@ -1,4 +1,4 @@
-// The runtime as a module sees it while it registers.
+// What a module calls in vorlen_runtime.dll to register itself.
 #pragma once
 
 #include "vorlen/runtime.h"
@@ -16,10 +16,10 @@ struct MonitorInfo;
 struct WindowInfo;
 } // namespace ui
 
-// The functions through which the runtime reaches a monitor module's service, in the order that is
-// the table's layout. All belong to the service thread. The lists of windows and monitors are the
-// module's own and valid until their next refresh; names and model lists are the core's. Without a
-// service they are empty. The list of windows must not be switched off while it tells a combo box.
+// The functions through which the runtime uses a monitor module's service. Their order is the
+// layout of the table. All belong to the service thread. The module owns the returned lists of
+// windows and monitors, which are valid until their next refresh; the core owns names and lists of
+// models. Without a service lists and texts are empty, and other functions do nothing.
 struct MonitorWrapper {
     const std::vector<ui::WindowInfo>& (*getWindowList)();
     const std::vector<ui::MonitorInfo>& (*getMonitorList)();
@@ -31,8 +31,8 @@ struct MonitorWrapper {
     void (*useWindowList)(bool use);
 };
 
-// The functions that work on the calling thread's own lists of monitors and windows; on a thread
-// that has none they do nothing or return null. Combo boxes stay the caller's.
+// The functions that use the calling thread's lists of monitors and windows. On a thread without
+// such a list they do nothing or return null. Combo boxes stay the caller's.
 struct WindowEnumWrapper {
     void (*updateMonitorList)();
     void (*registerWindowComboBox)(HWND comboBox);
@@ -43,11 +43,11 @@ struct WindowEnumWrapper {
 
 namespace runtime_internal {
 
-// Copies the table during the call; a later registration replaces it.
+// Copies the table during the call. A later registration replaces it.
 VORLEN_RUNTIME_API void RegisterMonitorWrapper(const MonitorWrapper& wrapper);
 VORLEN_RUNTIME_API void RegisterWindowEnumWrapper(const WindowEnumWrapper& wrapper);
 
-// The registered table, or null while none is registered or when its module has been unloaded.
+// The registered table; null when no table is registered, or its module has been unloaded.
 VORLEN_RUNTIME_API const MonitorWrapper* GetMonitorWrapper();
 VORLEN_RUNTIME_API const WindowEnumWrapper* GetWindowEnumWrapper();
 
@@ -56,11 +56,11 @@ VORLEN_RUNTIME_API const WindowEnumWrapper* GetWindowEnumWrapper();
 
 extern "C" {
 
-// Called by a module while it is being loaded. Names are copied; functions are called on the
+// Called by a module while it is being loaded. Names are copied. Functions are called on the
 // service thread, and never after their module has been unloaded. A runtime must not call init
-// while a module registers: Windows holds the loader's lock then, under which the thread that init
-// may start and wait for cannot start. Nor may it call cleanup, or let its callbacks do so, while
-// a function of the module runs.
+// while a module registers: Windows holds the loader lock then, so a thread that init starts and
+// waits for could not start. A runtime must not call cleanup, also not from its callbacks, while a
+// function of the module runs.
 VORLEN_RUNTIME_API void Vorlen_RegisterModuleVersion(const char* name, std::int32_t major,
                                                      std::int32_t minor, std::int32_t patch);
 VORLEN_RUNTIME_API void Vorlen_RegisterModuleInit(void (*init)());

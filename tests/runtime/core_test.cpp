@@ -151,8 +151,8 @@ TEST_F(Core, refuses_an_empty_model_with_one_line_on_standard_error) {
     core.makeKnown("");
     addMonitor("one", "any name");
     EXPECT_EQ(core.index(), -1);
-    EXPECT_EQ(standardError.text(), "vorlen_runtime: an empty model name was given: a model is "
-                                    "known by at least one character\r\n");
+    EXPECT_EQ(standardError.text(), "vorlen_runtime: an empty model name was given: give a name "
+                                    "of at least one character\r\n");
 }
 
 } // namespace

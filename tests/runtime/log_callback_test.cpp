@@ -116,7 +116,7 @@ TEST_F(LogCallback, that_throws_something_unusual_is_said_once) {
     EXPECT_NO_THROW(one->log(level_enum::error, "first"));
     EXPECT_NO_THROW(one->log(level_enum::error, "second"));
     EXPECT_THAT(calls, ElementsAre(Pair(4, "first"), Pair(4, "second")));
-    EXPECT_THAT(complaints(), ElementsAre(complaintAbout("it is no std::exception")));
+    EXPECT_THAT(complaints(), ElementsAre(complaintAbout("it is not a std::exception")));
 }
 
 TEST_F(LogCallback, that_logs_is_not_called_for_its_own_lines) {

@@ -89,7 +89,7 @@ TEST_F(ModuleRegistration, does_not_run_the_inits_behind_a_failing_one) {
     EXPECT_FALSE(runtime.initialize());
     EXPECT_THAT(journal, IsEmpty());
     EXPECT_EQ(complaint(),
-              "vorlen_runtime: the init of a module failed for a reason that it did not name");
+              "vorlen_runtime: the init of a module failed with an exception of unknown type");
 }
 
 TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup_and_says_why) {
@@ -107,7 +107,7 @@ TEST_F(ModuleRegistration, goes_on_after_a_cleanup_that_fails_without_a_reason) 
     runtime.shutdown();
     EXPECT_THAT(journal, ElementsAre("cleanup first"));
     EXPECT_EQ(complaint(),
-              "vorlen_runtime: the cleanup of a module failed for a reason that it did not name");
+              "vorlen_runtime: the cleanup of a module failed with an exception of unknown type");
 }
 
 TEST_F(ModuleRegistration, runs_a_function_once_however_often_it_is_registered) {
