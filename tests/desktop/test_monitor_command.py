@@ -226,7 +226,7 @@ def test_a_missing_library_is_named(outputs, folder, name):
     (folder / name).unlink()
     message = refusal(outputs, folder / COMMAND, "monitors", code=3)
     assert f"\\{name}: there is no such file; " in message
-    assert message.endswith("of one release belong beside vorlen-monitor.exe")
+    assert message.endswith("of one release must be in the folder of vorlen-monitor.exe")
 
 
 @pytest.mark.parametrize("name", [RUNTIME, MODULE])
@@ -245,7 +245,7 @@ def test_a_library_of_another_folder_is_not_taken(outputs, folder, name):
 def test_a_damaged_library_is_named(outputs, folder, name, size):
     os.truncate(folder / name, size)
     message = refusal(outputs, folder / COMMAND, "monitors", code=3)
-    assert f"\\{name}: it is damaged, or no library for 64-bit Windows; " in message
+    assert f"\\{name}: it is damaged or not a library for 64-bit Windows; " in message
 
 
 def test_a_runtime_without_its_exports_is_named(outputs, folder):

@@ -90,7 +90,7 @@ def test_a_name_that_is_none_is_refused_in_one_line(desktop, name):
     refused = desktop.run(COMMAND, "status", "--kit-model", name)
     assert (refused.returncode, refused.stdout) == (2, "")
     assert refused.stderr == (
-        f'vorlen-monitor: "{name}" is no model name: give --kit-model one name, of at least one '
+        f'vorlen-monitor: "{name}" is not a model name: give --kit-model one name of at least one '
         "character and without ';'\n"
     )
 

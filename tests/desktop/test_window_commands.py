@@ -123,7 +123,7 @@ def test_all_says_why_a_window_is_kept_out(desktop, maker):
 
 
 def test_a_desktop_without_windows_to_show_is_a_sentence(desktop):
-    assert answer(desktop, "windows") == "No window can be shown on the kit's monitor.\n"
+    assert answer(desktop, "windows") == "No window can be shown on the kit monitor.\n"
     assert answer(desktop, "windows", "--json") == "[]\n"
 
 

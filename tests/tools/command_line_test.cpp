@@ -61,7 +61,7 @@ TEST(CommandLine, AsksForTheHelpOfTheProgramOrOfACommand) {
 TEST(CommandLine, AsksForTheHelpOfKitModelsWhereTheyAreTaken) {
     for (const char* const command : {"status", "overview"}) {
         EXPECT_THAT(information({command, "--help"}),
-                    ContainsRegex("\n  --kit-model NAME +A model that counts as the kit's, too "
+                    ContainsRegex("\n  --kit-model NAME +The name of another kit model "
                                   "\\(repeatable\\)\n"));
     }
     for (const char* const command : {"monitors", "windows", "watch"}) {

@@ -8,9 +8,10 @@ namespace vorlen::tool {
 
 enum class Change { appeared, changed, gone };
 
-// Hands every difference between two lists to the visitor, as visit(Change, record): what has gone
-// first, then what changed and what appeared, in the list's order. Records are the same thing when
-// their handles are equal, and unchanged when equal(before, now) says so.
+// Calls visit(Change, record) for every difference between two lists: first for records that are
+// gone, then for records that changed or appeared, each in their list's order. Two records
+// describe the same monitor or window when their handles are equal; it has changed when
+// equal(before, now) is false.
 template <typename Record, typename Equal, typename Visit>
 void visitChanges(const std::vector<Record>& before, const std::vector<Record>& now, Equal equal,
                   Visit visit) {

@@ -34,13 +34,13 @@ std::string commandNames(const CLI::App& app) {
     return names;
 }
 
-// The subcommand that is being spoken of, or the program when there is none yet.
+// The subcommand that the arguments name, or the program when they name none.
 const CLI::App& innermost(const CLI::App& app) {
     const auto chosen = app.get_subcommands();
     return chosen.empty() ? app : *chosen.front();
 }
 
-// One argument that nobody understands is enough to explain the rest.
+// Only the first argument that is not understood is reported.
 [[noreturn]] void refuse(const std::string& argument, const CLI::App& app) {
     std::string problem;
     if (argument.starts_with('-')) {
@@ -61,26 +61,26 @@ void refuseRest(const CLI::App& app) {
     }
 }
 
-// The subcommands, and what their options were filled with.
+// The subcommands, and the values of their options.
 class Commands {
 public:
     explicit Commands(CLI::App& app)
         : monitors(app.add_subcommand("monitors", "List the monitors of the desktop")),
-          windows(app.add_subcommand("windows", "List the windows that can be shown")),
-          status(app.add_subcommand("status", "Check how the kit's monitor is set up")),
-          watch(app.add_subcommand("watch", "Tell of monitors and windows as they come and go")),
+          windows(app.add_subcommand("windows", "List the capturable windows")),
+          status(app.add_subcommand("status", "Check how the kit monitor is set up")),
+          watch(app.add_subcommand("watch", "Print changes of the monitors and windows")),
           overview(app.add_subcommand("overview", "Show monitors, status and windows")) {
         addFlag(monitors, "--json", "Print a JSON array instead of a table", monitorsOptions.json);
         addFlag(windows, "--json", "Print a JSON array instead of a table", windowsOptions.json);
-        addFlag(windows, "--all", "List every window, with the test that kept it out",
+        addFlag(windows, "--all", "List every window, with the reason if it is not capturable",
                 windowsOptions.all);
         addFlag(status, "--json", "Print a JSON object instead of text", statusOptions.json);
         addKitModel(status, statusOptions.kitModels);
         addFlag(watch, "--json", "Print a JSON object a line", watchOptions.json);
         addFlag(watch, "--events-only",
-                "Show windows as events report them; do not read their list again each second",
+                "Do not read the window list again each second: show only what events report",
                 watchOptions.eventsOnly);
-        watch->add_option("--seconds", seconds, "End after so many seconds instead of at Ctrl+C")
+        watch->add_option("--seconds", seconds, "End after this time, not only at Ctrl+C")
             ->check(CLI::Range(1, longestWatchSeconds));
         watch->footer("A change of a window that no event had reported is found when the list is "
                       "read again,\nand marked: (unreported) at the end of the line, or "
@@ -88,7 +88,7 @@ public:
         addKitModel(overview, overviewOptions.kitModels);
     }
 
-    // Once the arguments have been parsed; nothing when none of them was a command.
+    // The request, after the arguments were parsed; nothing when they name no subcommand.
     std::optional<Request> chosen() {
         if (monitors->parsed()) {
             return monitorsOptions;
@@ -114,8 +114,7 @@ private:
     }
 
     static void addKitModel(CLI::App* command, std::vector<std::string>& names) {
-        command
-            ->add_option("--kit-model", names, "A model that counts as the kit's, too (repeatable)")
+        command->add_option("--kit-model", names, "The name of another kit model (repeatable)")
             ->type_name("NAME")
             ->expected(1)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
@@ -136,11 +135,11 @@ private:
     CLI::App* overview;
 };
 
-// What CLI11 found wrong, as one line.
+// The error that CLI11 found, as one line.
 std::string problemOf(const CLI::ParseError& error) {
     std::string text = error.what();
     std::ranges::replace(text, '\n', ' ');
-    // Its words for a flag with a value, such as --json=yes, say little to a user.
+    // CLI11's message for a flag with a value, such as --json=yes, does not help a user.
     const std::string flagWithValue = " was given a disallowed flag override";
     if (text.ends_with(flagWithValue)) {
         text.resize(text.size() - flagWithValue.size());
@@ -149,10 +148,11 @@ std::string problemOf(const CLI::ParseError& error) {
     return text;
 }
 
-// The text to print when the arguments ask for one: options are filled in otherwise.
+// Parses the arguments into the options of the subcommands. When they ask for the help or the
+// version, returns its text.
 std::optional<Information> parseWith(CLI::App& app, const std::vector<std::string>& arguments) {
     try {
-        // The library takes the arguments from the end of its vector.
+        // CLI11 takes the arguments from the end of the vector.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return std::nullopt;
     } catch (const CLI::CallForHelp&) {

@@ -8,7 +8,7 @@
 
 namespace vorlen::tool {
 
-// A text to print, with nothing else to do: the help or the version.
+// The request for a text: the help or the version.
 struct Information {
     std::string text;
 };
@@ -19,33 +19,34 @@ struct MonitorsOptions {
 
 struct WindowsOptions {
     bool json = false;
-    bool all = false; // also those that are not capturable, with the reason
+    bool all = false; // also windows that are not capturable, with the reason
 };
 
 struct StatusOptions {
     bool json = false;
-    std::vector<std::string> kitModels; // model names that the runtime is to recognise, too
+    std::vector<std::string> kitModels; // kit models in addition to the runtime's
 };
 
 struct WatchOptions {
     bool json = false;
-    bool eventsOnly = false; // windows as events report them; their list is not read again
+    bool eventsOnly = false;                      // the window list is not read again
     std::optional<std::chrono::seconds> duration; // nothing: until Ctrl+C
 };
 
-// Monitors, status and windows together, for a person.
+// Monitors, status and windows together, as text.
 struct OverviewOptions {
     std::vector<std::string> kitModels;
 };
 
-// What the user asked for: one alternative per subcommand.
+// What the user asked for: one alternative for each subcommand, and one for help and version.
 using Request = std::variant<Information, MonitorsOptions, WindowsOptions, StatusOptions,
                              WatchOptions, OverviewOptions>;
 
-// The arguments of this process in UTF-8, the program's name left out.
+// The arguments of this process in UTF-8, without the program's name. Throws a Failure when the
+// system cannot split the command line.
 std::vector<std::string> commandLineArguments();
 
-// Throws a Failure for arguments that make no sense.
+// Throws a Failure for arguments that are not understood.
 Request parseCommandLine(const std::vector<std::string>& arguments);
 
 } // namespace vorlen::tool

@@ -8,12 +8,12 @@ namespace vorlen::tool {
 
 std::string unexpected(const std::exception* error) {
     return std::string("unexpected error: ") +
-           (error != nullptr ? error->what() : "it does not say which");
+           (error != nullptr ? error->what() : "an exception of unknown type");
 }
 
 std::string systemError(DWORD error) {
     std::array<wchar_t, 512> buffer{};
-    // The width mask makes one line of messages that have several.
+    // The width mask joins the lines of a message to one line.
     const DWORD flags =
         FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
     const DWORD length = FormatMessageW(flags, nullptr, error, 0, buffer.data(),

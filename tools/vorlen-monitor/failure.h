@@ -8,7 +8,7 @@
 
 namespace vorlen::tool {
 
-// What the process answers.
+// The exit codes of the process.
 enum class ExitCode : int {
     success = 0,
     checkNotPassed = 1,
@@ -18,7 +18,7 @@ enum class ExitCode : int {
     internal = 5,
 };
 
-// An error that the user can understand: what() is one sentence in UTF-8 that says what was wrong
+// An error that is reported to the user: what() is one sentence in UTF-8 that says what was wrong
 // and what would be right.
 class Failure : public std::runtime_error {
 public:
@@ -31,11 +31,10 @@ private:
     ExitCode code;
 };
 
-// The message for an error that this program has no words of its own for; null for one that is no
-// standard exception.
+// The message for an exception that is not a Failure; null for one that is not a std::exception.
 std::string unexpected(const std::exception* error);
 
-// The system's words for one of its error numbers, with the number: "error 5: Access denied".
+// An error number of the system with the system's message, such as "error 5: Access denied".
 std::string systemError(DWORD error);
 
 } // namespace vorlen::tool

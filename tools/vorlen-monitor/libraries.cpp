@@ -10,7 +10,7 @@ namespace vorlen::tool {
 namespace {
 
 constexpr const char* remedy = "; vorlen_runtime.dll and libvorlen_monitor.dll of one release "
-                               "belong beside vorlen-monitor.exe";
+                               "must be in the folder of vorlen-monitor.exe";
 
 std::wstring folderOfThisProgram() {
     std::wstring path(MAX_PATH, L'\0');
@@ -36,7 +36,7 @@ std::string whyNotLoaded(const std::wstring& path, DWORD error) {
                    ? "there is no such file"
                    : "a library that it needs is missing";
     case ERROR_BAD_EXE_FORMAT:
-        return "it is damaged, or no library for 64-bit Windows";
+        return "it is damaged or not a library for 64-bit Windows";
     case ERROR_PROC_NOT_FOUND:
         return "a library that it needs is of another release";
     default:
@@ -45,9 +45,9 @@ std::string whyNotLoaded(const std::wstring& path, DWORD error) {
 }
 
 HMODULE load(const std::wstring& path) {
-    // A damaged file is to be told here, not in a dialog of the system.
+    // A damaged file is reported by this program, not by a dialog of the system.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    // Neither the path nor the current folder may put another library in.
+    // Libraries that this one needs are not searched in PATH or in the current folder.
     const HMODULE module = LoadLibraryExW(
         path.c_str(), nullptr, LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (module == nullptr) {

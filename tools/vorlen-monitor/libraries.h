@@ -10,7 +10,7 @@
 
 namespace vorlen::tool {
 
-// A library that this process loaded, and unloads.
+// A library that the constructor loads and the destructor unloads.
 class Library {
 public:
     // Throws a Failure when the file is missing, damaged or cannot be loaded.
@@ -19,7 +19,7 @@ public:
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
-    // The exported function; throws a Failure when the library has none of that name.
+    // The exported function. Throws a Failure when the library exports no function of that name.
     template <typename Function>
     Function* function(const char* name) const {
         return reinterpret_cast<Function*>(reinterpret_cast<void*>(exported(name)));
@@ -32,31 +32,31 @@ private:
     FARPROC exported(const char* name) const;
 };
 
-// The running service: both libraries of this program's folder, initialised. The thread that makes
-// it is the service thread: it alone calls the functions, and destroys it.
+// Both libraries of this program's folder, loaded and initialised. The thread that constructs the
+// object is the service thread: only that thread calls the functions and destroys the object.
 class Service {
-    // In this order: the module imports the runtime while it is being loaded, and goes before it.
+    // In this order: the module imports the runtime, so it is loaded after it and unloaded before.
     Library runtime;
     decltype(::Vorlen_Initialize)* initialize;
     decltype(::Vorlen_Shutdown)* shutdown;
     Library module;
 
 public:
-    // Throws a Failure when a library cannot be used or does not come up.
+    // Throws a Failure when a library cannot be loaded or Vorlen_Initialize() fails.
     Service();
     ~Service();
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
 
-    // A function of the module; throws a Failure when it has none of that name.
+    // A function of the module. Throws a Failure when the module exports no function of that name.
     template <typename Function>
     Function* function(const char* name) const {
         return module.function<Function>(name);
     }
 };
 
-// Gives the running service to the work, and returns its result. What the libraries throw leaves as
-// a Failure: an exception of their own, whose code lies in them, must not outlive them.
+// Calls work(service) with a running service and returns the result. Exceptions of the libraries
+// are replaced by a Failure: their code is in the libraries, which are unloaded on return.
 template <typename Work>
 auto withService(Work work) {
     const Service service;

@@ -11,13 +11,15 @@ namespace vorlen::tool {
 
 class Service;
 
-// Every monitor of the desktop, in the library's order.
+// Every monitor of the desktop, in the order of the library.
 std::vector<MonitorListItem> readMonitors(const Service& service);
 
-// For a person: one line per monitor under a line of headings, or a sentence when there is none.
+// A table with a line of headings and a line for each monitor, or a sentence when the list is
+// empty.
 std::string monitorsTable(const std::vector<MonitorListItem>& monitors);
 
-// For a program: an object whose keys are the fields' names, or an array with one per monitor.
+// An object whose keys are the names of the record's fields, and an array with one such object for
+// each monitor.
 nlohmann::ordered_json monitorJson(const MonitorListItem& monitor);
 nlohmann::ordered_json monitorsJson(const std::vector<MonitorListItem>& monitors);
 

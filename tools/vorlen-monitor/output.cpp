@@ -12,14 +12,14 @@ namespace vorlen::tool {
 
 namespace {
 
-// Consoles of older systems take no more than 64 KB at once.
+// Consoles of older systems accept at most 64 KB in one call.
 constexpr std::size_t consoleUnitsAtOnce = 8000;
 
 bool writeToConsole(HANDLE console, std::wstring_view text) {
     while (!text.empty()) {
         std::size_t length = std::min(text.size(), consoleUnitsAtOnce);
         if (length < text.size() && IS_HIGH_SURROGATE(text[length - 1])) {
-            --length; // a surrogate pair must arrive in one piece
+            --length; // a surrogate pair must not be split
         }
         DWORD written = 0;
         if (WriteConsoleW(console, text.data(), static_cast<DWORD>(length), &written, nullptr) ==
@@ -70,7 +70,7 @@ void Output::write(std::string_view text) const {
 
 void complain(std::string_view message) {
     const std::string line = "vorlen-monitor: " + spellControls(message) + "\n";
-    // When standard error cannot be written either, the exit code alone tells.
+    // When standard error cannot be written either, only the exit code reports the failure.
     static_cast<void>(writeText(GetStdHandle(STD_ERROR_HANDLE), line));
 }
 

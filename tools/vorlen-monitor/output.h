@@ -6,20 +6,21 @@
 
 namespace vorlen::tool {
 
-// Standard output. Files, pipes and devices get plain UTF-8 bytes; a console gets UTF-16, which it
-// shows whatever its code page is. Nothing is held back: what write() returned from is written.
+// Standard output. Files, pipes and devices receive UTF-8; a console receives UTF-16, which does
+// not depend on its code page. Nothing is buffered.
 class Output {
 public:
     Output();
 
-    // Throws a Failure when the text cannot be written to its end.
+    // Throws a Failure when not all of the text can be written.
     void write(std::string_view text) const;
 
 private:
     HANDLE handle;
 };
 
-// Writes "vorlen-monitor: MESSAGE" to standard error, as one line whatever the message holds.
+// Writes "vorlen-monitor: MESSAGE" to standard error as one line; control characters of the
+// message are replaced.
 void complain(std::string_view message);
 
 } // namespace vorlen::tool

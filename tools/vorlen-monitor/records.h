@@ -8,13 +8,13 @@
 
 namespace vorlen::tool {
 
-// Every record that a list function of the library gives, also when their number changes meanwhile.
+// Every record of a list function of the library, even when their number changes between calls.
 template <typename Record>
 std::vector<Record> readRecords(int (*getList)(Record*, std::int32_t)) {
     std::vector<Record> records;
     int count = getList(nullptr, 0);
-    // A copy that fills the array may have been cut off: a record can come after the size query.
-    // One more than needed tells.
+    // The array has room for one record more than the last count. When a call fills it, there may
+    // be further records.
     do {
         records.resize(static_cast<std::size_t>(count) + 1);
         count = getList(records.data(), static_cast<std::int32_t>(records.size()));
@@ -23,7 +23,7 @@ std::vector<Record> readRecords(int (*getList)(Record*, std::int32_t)) {
     return records;
 }
 
-// A handle as people compare it, such as "0x10001".
+// A handle as text, such as "0x10001".
 inline std::string hexadecimal(const void* handle) {
     std::array<char, 2 * sizeof handle> digits{};
     const std::to_chars_result result = std::to_chars(digits.data(), digits.data() + digits.size(),

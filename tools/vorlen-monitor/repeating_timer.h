@@ -4,7 +4,7 @@
 
 namespace vorlen::tool {
 
-// Says when something is due that is done again and again. The caller tells the time.
+// A timer for repeated work. The caller passes the current time.
 class RepeatingTimer {
 public:
     using Clock = std::chrono::steady_clock;

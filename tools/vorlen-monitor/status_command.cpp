@@ -23,7 +23,7 @@ std::wstring environmentText(const wchar_t* variable) {
     return text;
 }
 
-// A code that no table has is unknown.
+// The text of a code; for a code that is not in the table, the text of UNKNOWN_STATUS.
 std::string messageFor(const std::unordered_map<VLStatus, std::string>& messages,
                        std::int32_t code) {
     const auto known = messages.find(static_cast<VLStatus>(code));
@@ -44,9 +44,10 @@ void addKitModels(const std::vector<std::string>& names) {
     std::wstring models = environmentText(kitModelsVariable);
     for (const std::string& name : names) {
         if (name.empty() || name.find(';') != std::string::npos) {
-            throw Failure(ExitCode::usage, "\"" + name +
-                                               "\" is no model name: give --kit-model one name, of "
-                                               "at least one character and without ';'");
+            throw Failure(ExitCode::usage,
+                          "\"" + name +
+                              "\" is not a model name: give --kit-model one name of "
+                              "at least one character and without ';'");
         }
         models += (models.empty() ? L"" : L";") + toUtf16Lossy(name);
     }

@@ -13,24 +13,24 @@ namespace vorlen::tool {
 
 class Service;
 
-// The outcome of a check of the kit monitor's settings.
+// The outcome of the check of the kit monitor.
 struct MonitorStatus {
     bool ok = false;
     std::int32_t code = 0;
-    std::optional<MonitorListItem> monitor; // the one that was judged; nothing when none was
+    std::optional<MonitorListItem> monitor; // the kit monitor; nothing when none was recognised
 };
 
-// Runs the check.
+// Runs the check and reads its outcome.
 MonitorStatus readStatus(const Service& service);
 
-// Adds model names to those that the runtime recognises; before the libraries are loaded. Throws a
-// Failure for a name that cannot be one.
+// Adds the names to VORLEN_KIT_MODELS of this process. To be called before the libraries are
+// loaded. Throws a Failure for a name that is empty or contains ';'.
 void addKitModels(const std::vector<std::string>& names);
 
-// For a person: the code with its name, what it means, what to do, and the monitor.
+// The code with its name and short text, the advice for users, and the monitor as a table.
 std::string statusText(const MonitorStatus& status);
 
-// For a program: one object.
+// The same as one object.
 nlohmann::ordered_json statusJson(const MonitorStatus& status);
 
 } // namespace vorlen::tool

@@ -6,10 +6,10 @@ namespace vorlen::tool {
 
 namespace {
 
-HANDLE requested = nullptr; // event; the handler of the system's thread finds it here
+HANDLE requested = nullptr; // event; onControl() uses it on a thread of the system
 
-// The system takes care that the process lives until the handler has returned, and no longer after
-// the console was closed: the main thread is given a moment to end cleanly.
+// When the console is closed, the system ends the process as soon as this handler returns.
+// Sleeping gives the main thread time to end cleanly.
 BOOL WINAPI onControl(DWORD control) {
     SetEvent(requested);
     if (control != CTRL_C_EVENT && control != CTRL_BREAK_EVENT) {
@@ -27,7 +27,7 @@ StopRequest::StopRequest() {
     }
 }
 
-// The event stays: the handler may be running until the process ends.
+// The event is not closed: the handler may still be running.
 StopRequest::~StopRequest() {
     SetConsoleCtrlHandler(onControl, FALSE);
 }

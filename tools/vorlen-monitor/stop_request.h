@@ -4,18 +4,18 @@
 
 namespace vorlen::tool {
 
-// Turns Ctrl+C, Ctrl+Break and the closing of the console into a request that the main thread sees,
-// while the object lives. One at a time.
+// While the object lives, Ctrl+C, Ctrl+Break and the closing of the console do not end the process
+// but set a request to stop. At most one object at a time.
 class StopRequest {
 public:
-    // Throws a Failure when the system refuses.
+    // Throws a Failure when the system cannot install the handler.
     StopRequest();
     ~StopRequest();
     StopRequest(const StopRequest&) = delete;
     StopRequest& operator=(const StopRequest&) = delete;
 
-    // Waits for the request, for a message to the calling thread or for the time to pass; returns
-    // whether the request has come.
+    // Waits until the request is set, a message to the calling thread arrives, or the time has
+    // passed. Returns whether the request is set.
     bool waitForRequestOrMessage(DWORD milliseconds) const;
 };
 

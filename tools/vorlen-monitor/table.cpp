@@ -19,7 +19,7 @@ Table::Table(std::vector<Column> columnsFromLeft) : columns(std::move(columnsFro
 
 void Table::addRow(const std::vector<std::string>& cells) {
     if (cells.size() != columns.size()) {
-        throw std::logic_error("a row of a table has not one cell for every column");
+        throw std::logic_error("a row of a table does not have one cell for every column");
     }
     std::vector<std::string> row;
     row.reserve(cells.size());

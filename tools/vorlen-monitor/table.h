@@ -5,8 +5,8 @@
 
 namespace vorlen::tool {
 
-// A table of plain text for a person to read: a line of headings, then a line per row, columns two
-// spaces apart.
+// A table as plain text: a line of headings, then a line for each row. Columns are separated by
+// two spaces.
 class Table {
 public:
     enum class Align { left, right };
@@ -18,10 +18,11 @@ public:
 
     explicit Table(std::vector<Column> columnsFromLeft);
 
-    // One UTF-8 cell per column. Controls in it are spelled out; an empty cell shows as "-".
+    // One UTF-8 cell for each column. Control characters are replaced as by spellControls(); an
+    // empty cell is shown as "-".
     void addRow(const std::vector<std::string>& cells);
 
-    // Every line with a line feed at its end and no spaces before it.
+    // Every line ends with a line feed and without spaces before it.
     std::string text() const;
 
 private:

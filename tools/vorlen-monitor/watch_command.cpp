@@ -14,11 +14,11 @@ namespace vorlen::tool {
 
 namespace {
 
-// How long a change of the monitors may stay unseen; the library's own list is never older than
-// half a second. Events about windows arrive as messages, which end the wait.
+// The period in which the monitors are listed. The library's list is at most 500 ms old. Window
+// events arrive as messages, which end the wait before.
 constexpr DWORD pollingMilliseconds = 250;
 
-// How long a change of the windows may stay unseen that no event reports.
+// The period in which the window list is restarted, to find changes that no event reports.
 constexpr std::chrono::seconds restartPeriod{1};
 
 struct Desktop {

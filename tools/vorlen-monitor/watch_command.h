@@ -11,16 +11,17 @@
 
 namespace vorlen::tool {
 
-// Prints a line for each monitor or window that is there at first, appears, changes or goes, until
-// the time is over or Ctrl+C ends it. Retrieves messages on the calling thread, the service's, and
-// restarts the list of windows once a second unless the options forbid it.
+// Prints a line for each monitor and window that exists at the start, appears, changes or
+// disappears, until the duration has passed or Ctrl+C is pressed. Retrieves messages on the
+// calling thread, the service thread. Restarts the window list once a second, unless eventsOnly is
+// set.
 void watch(const Service& service, const WatchOptions& options, const Output& output);
 
-// What brought a change of the windows to light: the library's list, which follows events, or its
-// restart, which finds what no event had reported.
+// How a change of the windows was found: in the list that follows events, or by its restart, which
+// finds changes that no event had reported.
 enum class WindowSource { events, restart };
 
-// The lines, with their line feed: for a person, or one JSON object.
+// One line with its line feed: text, or one JSON object.
 std::string changeLine(Change change, const MonitorListItem& monitor, bool json);
 std::string changeLine(Change change, const WindowRow& window, WindowSource source, bool json);
 

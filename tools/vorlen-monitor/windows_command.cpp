@@ -72,7 +72,8 @@ std::vector<WindowRow> readCapturableWindows(const Service& service) {
 
 std::vector<WindowRow> readAllWindows(const Service& service) {
     auto* const getReasonNotCapturable =
-        service.function<decltype(monitor_internal::getReasonNotCapturable)>("getReasonNotCapturable");
+        service.function<decltype(monitor_internal::getReasonNotCapturable)>(
+            "getReasonNotCapturable");
     std::vector<WindowRow> rows;
     for (const HWND window : topLevelWindows()) {
         const char* const reason = getReasonNotCapturable(window);
@@ -85,7 +86,7 @@ std::vector<WindowRow> readAllWindows(const Service& service) {
 std::string windowsTable(const std::vector<WindowRow>& windows, bool withReasons) {
     if (windows.empty()) {
         return withReasons ? "The desktop has no window.\n"
-                            : "No window can be shown on the kit's monitor.\n";
+                           : "No window can be shown on the kit monitor.\n";
     }
     using Align = Table::Align;
     std::vector<Table::Column> columns = {

@@ -10,7 +10,7 @@ namespace vorlen::tool {
 
 class Service;
 
-// A window as this command shows it, its texts in UTF-8.
+// A window as this command prints it. The texts are UTF-8.
 struct WindowRow {
     void* handle;
     std::string title;
@@ -18,20 +18,20 @@ struct WindowRow {
     std::optional<std::string> reason; // why it is not capturable; nothing when it is capturable
 };
 
-// The capturable windows, in the order of the library.
+// The capturable windows, in the order of the library's list.
 std::vector<WindowRow> readCapturableWindows(const Service& service);
 
-// Every top-level window of the desktop, in the system's order, with what the library says of it.
+// Every top-level window of the desktop, in the system's order, with the library's reason.
 std::vector<WindowRow> readAllWindows(const Service& service);
 
-// For a person: one line per window, with the reason if reasons are asked for.
+// A table with a line for each window; withReasons adds a column with the reason.
 std::string windowsTable(const std::vector<WindowRow>& windows, bool withReasons);
 
-// For a program: an object with the window's handle and texts.
+// An object with the window's handle and texts.
 nlohmann::ordered_json windowJson(const WindowRow& window);
 
-// An array with one such object per window; with reasons, each has a key reason, which is null for
-// a capturable window.
+// An array with one such object for each window. withReasons adds the key "reason", which is null
+// for a capturable window.
 nlohmann::ordered_json windowsJson(const std::vector<WindowRow>& windows, bool withReasons);
 
 } // namespace vorlen::tool
