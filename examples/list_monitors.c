@@ -1,9 +1,9 @@
 /*
- * The smallest host: starts the service, lists the monitors of the desktop, ends the service.
- * It is linked against both libraries, which lie beside it when it runs.
+ * A minimal host: starts the service, prints the monitors of the desktop, ends the service.
+ * It is linked to both libraries, which must be in its folder when it runs.
  */
-#include "vorlen/runtime.h"
 #include "vorlen/monitor.h"
+#include "vorlen/runtime.h"
 
 #include <fcntl.h>
 #include <io.h>
@@ -22,13 +22,13 @@ static void print_monitor(const MonitorListItem* monitor) {
 }
 
 static int list_monitors(void) {
-    const int size = getMonitorList(NULL, 0); /* how many there are */
-    /* One record more than needed, so that an empty list has an address, too. */
+    const int size = getMonitorList(NULL, 0); /* the number of monitors */
+    /* One record more, because calloc() of 0 bytes may return NULL. */
     MonitorListItem* const monitors = calloc((size_t)size + 1, sizeof *monitors);
     if (monitors == NULL) {
         return fail(L"not enough memory for the list of monitors; close some programs");
     }
-    /* One may have come or gone since: what counts is what was copied. */
+    /* The number of monitors may have changed: this call returns how many it has copied. */
     const int count = getMonitorList(monitors, size);
     for (int i = 0; i < count; ++i) {
         print_monitor(&monitors[i]);
@@ -38,12 +38,12 @@ static int list_monitors(void) {
 }
 
 int main(void) {
-    /* Any text on a console, UTF-8 in files and pipes; the buffer keeps numbers in one piece. */
+    /* UTF-16 on a console, UTF-8 in files and pipes. Without a buffer, numbers are split. */
     _setmode(_fileno(stdout), _O_U8TEXT);
     (void)setvbuf(stdout, NULL, _IOFBF, BUFSIZ);
 
     if (!Vorlen_Initialize()) {
-        return EXIT_FAILURE; /* the runtime has said why */
+        return EXIT_FAILURE; /* the runtime has written the reason to standard error */
     }
     const int result = list_monitors();
     Vorlen_Shutdown();
