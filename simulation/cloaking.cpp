@@ -14,7 +14,7 @@ Cloaking::Cloaking(Redirects& redirects, Journal& calls) : journal(calls) {
 
 HRESULT WINAPI Cloaking::getAttribute(HWND handle, DWORD attribute, PVOID value, DWORD size) {
     const auto planned = get().journal.enter("DwmGetWindowAttribute");
-    SIMULATION_EXPECT(attribute == 14u, "the cloaking is to be asked for");
+    SIMULATION_EXPECT(attribute == 14u, "only DWMWA_CLOAKED may be read");
     SIMULATION_EXPECT(size == 4u);
     SIMULATION_EXPECT(isZero(value, size), "the value was not zeroed first");
     const SimulatedWindow* const window = Windows::ask(handle);

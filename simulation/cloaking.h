@@ -8,8 +8,9 @@
 
 namespace simulation {
 
-// What DwmGetWindowAttribute tells of the windows: each answers with its own result and value, a
-// failing result included. A planned failure is the result, and writes nothing.
+// The cloaking of the simulated windows behind DwmGetWindowAttribute, which writes the window's
+// value and returns the window's result, even when that is a failure. A planned failure is
+// returned and nothing is written.
 class Cloaking : private Current<Cloaking> {
 public:
     Cloaking(Redirects& redirects, Journal& calls);

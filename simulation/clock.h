@@ -10,8 +10,8 @@
 
 namespace simulation {
 
-// The time of the performance counter, and so of the steady clock: it stands still until a test
-// advances it. At the counter's 10 MHz a tick is 100 ns.
+// The time of the performance counter and therefore of std::chrono::steady_clock. It does not
+// change until a test advances it. The counter runs at 10 MHz: a tick is 100 ns.
 class Clock : private Current<Clock> {
 public:
     using Tick = std::chrono::duration<std::int64_t, std::ratio<1, 10'000'000>>;

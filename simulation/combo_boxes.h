@@ -24,19 +24,19 @@ struct SentMessage {
     std::wstring text; // of CB_ADDSTRING
 };
 
-// The combo boxes of a host behind SendMessageW. A destroyed one answers 0 to everything. The reply
-// of a message is planned with the journal: fail("SendMessageW", n, CB_ERR).
+// The combo boxes of a host behind SendMessageW. A destroyed combo box replies 0 to every message.
+// A test plans other replies with the journal: fail("SendMessageW", n, CB_ERR).
 class ComboBoxes : private Current<ComboBoxes> {
 public:
     ComboBoxes(Redirects& redirects, Journal& calls);
 
-    // Makes a combo box that shows these entries, and returns its handle.
+    // Creates a combo box with these entries and returns its handle.
     HWND add(const std::vector<std::wstring>& entries = {});
 
     SimulatedComboBox& box(HWND handle);
     const std::vector<std::wstring>& entries(HWND handle) { return box(handle).entries; }
 
-    // Every message so far, also those that were answered by an error or sent to a destroyed box.
+    // Every message so far, including messages with a planned reply or to a destroyed combo box.
     std::vector<SentMessage> messages;
 
 private:

@@ -4,8 +4,8 @@
 
 namespace simulation {
 
-// Base of what may be there once at a time. Replacements of imported functions are plain functions,
-// which find their object here.
+// Base of classes with at most one object at a time. The replacements of imported functions are
+// static functions: get() returns their object.
 template <typename Part>
 class Current {
 public:

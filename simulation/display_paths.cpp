@@ -13,7 +13,7 @@ bool same(const LUID& a, const LUID& b) {
     return a.LowPart == b.LowPart && a.HighPart == b.HighPart;
 }
 
-// A path has a mode for its source and one for its target.
+// A path has one mode for its source and one for its target.
 constexpr UINT32 modesPerPath = 2;
 
 } // namespace
@@ -41,7 +41,7 @@ SimulatedPath& DisplayPaths::add(const std::wstring& gdiDeviceName,
 }
 
 LONG WINAPI DisplayPaths::getBufferSizes(UINT32 flags, UINT32* pathCount, UINT32* modeCount) {
-    SIMULATION_EXPECT(flags == 2u, "only the active paths are to be asked for");
+    SIMULATION_EXPECT(flags == 2u, "only the active paths may be read");
     if (const auto status = get().journal.enter("GetDisplayConfigBufferSizes")) {
         return static_cast<LONG>(*status);
     }
@@ -53,8 +53,8 @@ LONG WINAPI DisplayPaths::getBufferSizes(UINT32 flags, UINT32* pathCount, UINT32
 LONG WINAPI DisplayPaths::query(UINT32 flags, UINT32* pathCount, DISPLAYCONFIG_PATH_INFO* paths,
                                 UINT32* modeCount, DISPLAYCONFIG_MODE_INFO* modes,
                                 DISPLAYCONFIG_TOPOLOGY_ID* topology) {
-    SIMULATION_EXPECT(flags == 2u, "only the active paths are to be asked for");
-    SIMULATION_EXPECT(topology == nullptr, "no topology is given for the active paths");
+    SIMULATION_EXPECT(flags == 2u, "only the active paths may be read");
+    SIMULATION_EXPECT(topology == nullptr, "the topology must be null for the active paths");
     SIMULATION_EXPECT(isZero(paths, *pathCount * sizeof(*paths)),
                       "the paths were not zeroed first");
     SIMULATION_EXPECT(isZero(modes, *modeCount * sizeof(*modes)),
@@ -121,7 +121,7 @@ LONG WINAPI DisplayPaths::getDeviceInfo(DISPLAYCONFIG_DEVICE_INFO_HEADER* header
     case DISPLAYCONFIG_DEVICE_INFO_GET_TARGET_NAME:
         return get().nameTarget(header);
     default:
-        report("a name of type " + std::to_string(header->type) + " was asked for");
+        report("DisplayConfigGetDeviceInfo was called with type " + std::to_string(header->type));
         return ERROR_INVALID_PARAMETER;
     }
 }

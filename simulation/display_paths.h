@@ -11,8 +11,8 @@
 
 namespace simulation {
 
-// One active path of the display configuration. The adapters of its two ends differ unless a test
-// makes them equal.
+// One active display path. The adapter ids of source and target differ unless a test makes them
+// equal.
 struct SimulatedPath {
     LUID sourceAdapter{};
     UINT32 sourceId = 0;
@@ -25,7 +25,7 @@ struct SimulatedPath {
     LONG targetNameStatus = ERROR_SUCCESS;
 };
 
-// One request for the name of a path's source or target, as it was asked.
+// One request for the name of a path's source or target, with its arguments.
 struct NameRequest {
     DISPLAYCONFIG_DEVICE_INFO_TYPE type;
     LUID adapter;
@@ -33,27 +33,28 @@ struct NameRequest {
 };
 
 // The display configuration behind GetDisplayConfigBufferSizes, QueryDisplayConfig and
-// DisplayConfigGetDeviceInfo. A name is found under the adapter of the path's source and the id of
-// the end in question; a request for anything else fails as for a device that is not there.
+// DisplayConfigGetDeviceInfo. A request for a name must give the adapter id of the path's source,
+// and the id of the source or target. Other requests fail with ERROR_INVALID_PARAMETER.
 class DisplayPaths : private Current<DisplayPaths> {
 public:
     DisplayPaths(Redirects& redirects, Journal& calls);
 
-    // Adds an active path behind the others, with ends of its own.
+    // Adds an active path after the others, with new ids.
     SimulatedPath& add(const std::wstring& gdiDeviceName, const std::wstring& friendlyName,
                        const std::wstring& devicePath);
 
     // In the system's order.
     std::vector<SimulatedPath> all;
 
-    // How many more paths are announced than there are when they are read.
+    // By how much GetDisplayConfigBufferSizes exceeds the number of paths.
     UINT32 announcedTooMany = 0;
 
-    // What the two calls return although they have done their work.
+    // The results of GetDisplayConfigBufferSizes and QueryDisplayConfig after they have written
+    // their output.
     LONG sizesStatus = ERROR_SUCCESS;
     LONG queryStatus = ERROR_SUCCESS;
 
-    // The requests for names so far.
+    // All requests for names so far.
     std::vector<NameRequest> requests;
 
 private:

@@ -17,7 +17,7 @@ EventHooks::~EventHooks() {
 }
 
 void EventHooks::deliver(DWORD event, HWND window, LONG object, LONG child) {
-    // Handling an event may install and release hooks.
+    // An event procedure may install and release hooks.
     const std::size_t count = all.size();
     for (std::size_t i = 0; i < count; ++i) {
         const SimulatedEventHook hook = all[i];
@@ -35,13 +35,13 @@ std::size_t EventHooks::installed() const {
 HWINEVENTHOOK WINAPI EventHooks::install(DWORD firstEvent, DWORD lastEvent, HMODULE library,
                                          WINEVENTPROC procedure, DWORD process, DWORD thread,
                                          DWORD flags) {
-    SIMULATION_EXPECT(firstEvent == 0x8001u, "the destruction of an object is the first event");
-    SIMULATION_EXPECT(lastEvent == 0x8018u, "the uncloaking of an object is the last event");
+    SIMULATION_EXPECT(firstEvent == 0x8001u, "the first event must be EVENT_OBJECT_DESTROY");
+    SIMULATION_EXPECT(lastEvent == 0x8018u, "the last event must be EVENT_OBJECT_UNCLOAKED");
     SIMULATION_EXPECT(library == nullptr);
     SIMULATION_EXPECT(procedure != nullptr);
-    SIMULATION_EXPECT(process == 0u, "the events of all processes are wanted");
-    SIMULATION_EXPECT(thread == 0u, "the events of all threads are wanted");
-    SIMULATION_EXPECT(flags == 0u, "the events are to be delivered out of context");
+    SIMULATION_EXPECT(process == 0u, "the hook must get the events of all processes");
+    SIMULATION_EXPECT(thread == 0u, "the hook must get the events of all threads");
+    SIMULATION_EXPECT(flags == 0u, "the events must be delivered out of context");
     if (get().journal.enter("SetWinEventHook")) {
         return nullptr;
     }
@@ -73,14 +73,14 @@ WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
     return TRUE;
 }
 
-// A pinned image would stay for the tests that follow.
+// Counts the pinning instead of doing it: a pinned image would stay loaded in later tests.
 WINBOOL WINAPI EventHooks::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
     if ((flags & GET_MODULE_HANDLE_EX_FLAG_PIN) != 0) {
         ++get().imagePins;
         flags = (flags & ~DWORD{GET_MODULE_HANDLE_EX_FLAG_PIN}) |
                 GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
     }
-    // Not through the import, which leads here when the test program itself is the image.
+    // Not through the program's import, which leads here when the program is redirected itself.
     using Function = decltype(&GetModuleHandleExW);
     void* const real = reinterpret_cast<void*>(
         GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "GetModuleHandleExW"));

@@ -14,16 +14,16 @@ namespace simulation {
 struct SimulatedEventHook {
     HWINEVENTHOOK handle = nullptr;
     WINEVENTPROC procedure = nullptr;
-    DWORD thread = 0; // that installed it, and to which its events go
+    DWORD thread = 0; // the thread that installed it; it gets the events
     bool released = false;
 };
 
-// The window-event hooks behind SetWinEventHook and UnhookWinEvent. Events are delivered when a
-// test says so: the platform would do it while the thread retrieves messages. At the end it is
-// checked that every hook was released.
+// The window-event hooks behind SetWinEventHook and UnhookWinEvent. A test delivers the events,
+// which Windows delivers while a thread retrieves messages. The destructor checks that every hook
+// was released.
 class EventHooks : private Current<EventHooks> {
 public:
-    // What UnhookWinEvent leaves as the last-error value.
+    // The last-error value that UnhookWinEvent sets.
     static constexpr DWORD errorAfterRelease = 0x1234;
 
     EventHooks(Redirects& redirects, Journal& calls);
@@ -31,21 +31,21 @@ public:
     EventHooks(const EventHooks&) = delete;
     EventHooks& operator=(const EventHooks&) = delete;
 
-    // How many hooks the test leaves installed on purpose.
+    // The number of hooks that the test leaves installed on purpose.
     std::size_t leftInstalled = 0;
 
-    // How many releases a test makes on another thread than that of the hook, which are refused.
-    // Any more are a failure of the test.
+    // The number of releases on a thread other than the hook's that a test expects. They fail; any
+    // further one is reported.
     std::size_t releasesToRefuse = 0;
 
-    // How often the image has asked to be kept loaded for good, which it is not.
+    // How often the image was to be pinned with GetModuleHandleExW. It is not pinned.
     std::size_t imagePins = 0;
 
-    // Hands the event to the hooks of the calling thread, in the order of their installation. Any
-    // event, also one outside their range: that is checked when a hook is installed.
+    // Calls the procedures of the calling thread's hooks with the event, in the order of their
+    // installation. Also for events outside the range of a hook, which install() checks.
     void deliver(DWORD event, HWND window, LONG object = OBJID_WINDOW, LONG child = CHILDID_SELF);
 
-    // Hooks of any thread that are not released.
+    // The number of hooks, of any thread, that are not released.
     std::size_t installed() const;
 
     // In the order of installation, released ones included.

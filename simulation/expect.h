@@ -4,16 +4,16 @@
 
 namespace simulation {
 
-// Takes one line about a call that the image must not have made, such as one with a buffer that is
-// not initialised. Called on the thread of that call, which then goes on.
+// Receives one line about a wrong call of the image, such as one with a buffer that is not
+// initialised. Called on the thread of that call, which continues afterwards.
 using Reporter = void (*)(const std::string& line);
 
-// Replaces the reporter. Before that, a report writes to standard error and ends the process.
+// Replaces the reporter. The default one writes to standard error and ends the process.
 void setReporter(Reporter reporter);
 
 void report(const std::string& line);
 
-// Reports unless the condition, whose text is given, holds.
+// Reports the reason, or the text of the condition, when the condition does not hold.
 void expect(bool holds, const char* condition, const std::string& reason = "");
 
 } // namespace simulation

@@ -23,7 +23,7 @@ void store(void** slot, void* function) {
     VirtualProtect(slot, sizeof(*slot), protection, &protection);
 }
 
-// Whether the slot is still part of the image: tests unload the library under test.
+// Whether the slot is still part of the image. Tests unload the library under test.
 bool isMapped(void** slot, HMODULE image) {
     MEMORY_BASIC_INFORMATION memory{};
     return VirtualQuery(slot, &memory, sizeof(memory)) != 0 && memory.State == MEM_COMMIT &&
@@ -60,7 +60,7 @@ ImportRedirect::ImportRedirect(HMODULE image, const std::string& function, void*
 
 ImportRedirect::~ImportRedirect() {
     for (void** const slot : slots) {
-        // An image that was unloaded and loaded again at the same place has a table of its own.
+        // An image that was unloaded and loaded again at the same address has a new table.
         if (isMapped(slot, owner) && *slot == redirectedFunction) {
             store(slot, originalFunction);
         }

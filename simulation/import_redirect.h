@@ -7,22 +7,22 @@
 
 namespace simulation {
 
-// Rewrites one entry of the import address table of a loaded image, whichever library it comes
-// from: while the object lives, the image's calls of the function go to the replacement. Nothing
-// else in the process notices.
+// Redirects an imported function of a loaded image: rewrites its entries in the import address
+// table, whatever library it is imported from. While the object lives, the image's calls go to the
+// replacement. Other images in the process are not affected.
 //
-// Redirections of one function may be nested. An image that has been unloaded meanwhile is left
-// alone.
+// Redirections of the same function may be nested. The destructor does nothing when the image was
+// unloaded.
 class ImportRedirect {
 public:
     // Throws std::runtime_error when the image does not import the function. C++ functions are
-    // named as they are mangled.
+    // given by their mangled names.
     ImportRedirect(HMODULE image, const std::string& function, void* replacement);
     ~ImportRedirect();
     ImportRedirect(const ImportRedirect&) = delete;
     ImportRedirect& operator=(const ImportRedirect&) = delete;
 
-    // What the image called before.
+    // The function that the image called before.
     void* original() const { return originalFunction; }
 
 private:
@@ -32,10 +32,10 @@ private:
     std::vector<void**> slots;
 };
 
-// What the image calls under this name; null when it does not import the function.
+// The function that the image calls by this name; null when the image does not import it.
 void* importedFunction(HMODULE image, const std::string& function);
 
-// The address of a function as table entries hold it.
+// The address of a function in the type of table entries.
 template <typename Result, typename... Arguments>
 void* addressOf(Result (*function)(Arguments...)) {
     return reinterpret_cast<void*>(function);

@@ -29,7 +29,7 @@ std::optional<std::int64_t> Journal::enter(const std::string& name) {
         due = takeDue(calls);
         status = calls.alwaysStatus;
     }
-    // Without the lock: an action may look at the journal.
+    // Outside the lock: an action may use the journal.
     for (const Plan& plan : due) {
         if (plan.action) {
             plan.action();

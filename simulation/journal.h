@@ -14,34 +14,34 @@
 
 namespace simulation {
 
-// What the code under test called, by name and in order, and what a test wants to happen at certain
-// calls. Calls of any thread are noted.
+// Records the calls of the code under test, on any thread, by name and in order, and holds the
+// failures and actions that a test plans for later calls.
 //
-// Calls to come are counted per name from the moment a test speaks of them: 1 is the next one.
+// A plan counts the calls of its name from the moment it is made: n = 1 is the next call.
 class Journal {
 public:
-    // For the replacements of platform functions: notes the call and runs the actions that were
-    // asked for at it, which may throw where the caller allows it. Returns the status that the call
-    // is to fail with, or nothing when it is to do its work.
+    // Called by the replacements of platform functions: records the call and runs the actions that
+    // are planned for it, which may throw if the caller allows it. Returns the status with which
+    // the call has to fail, or nothing when it has to do its work.
     std::optional<std::int64_t> enter(const std::string& name);
 
     std::size_t count(const std::string& name) const;
 
-    // All calls in order; with names, those of these names only.
+    // All calls in order; with names, only the calls of these names.
     std::vector<std::string> calls() const;
     std::vector<std::string> calls(std::initializer_list<std::string> names) const;
 
-    // Forgets the calls made so far, not what is to happen at later ones.
+    // Removes the recorded calls and keeps the plans.
     void clear();
 
-    // Lets the n-th call from now fail. The status is what the function returns, for functions that
-    // return one; functions with a BOOL result return FALSE.
+    // Makes the n-th call from now fail. The status is the result of functions that return a
+    // status or a number; functions with a BOOL result return FALSE.
     void fail(const std::string& name, std::size_t n = 1, std::int64_t status = 0);
 
     // The same for every call from now on.
     void failAll(const std::string& name, std::int64_t status = 0);
 
-    // Forgets what was to happen at calls that have not been made.
+    // Removes the plans for calls that have not been made.
     void dropPlans();
 
     // Runs the action at the n-th call from now, before the call does its work.

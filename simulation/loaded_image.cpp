@@ -15,7 +15,7 @@ const IMAGE_OPTIONAL_HEADER64& LoadedImage::optionalHeader() const {
     const auto* const headers = at<IMAGE_NT_HEADERS64>(static_cast<std::size_t>(dos->e_lfanew));
     if (dos->e_magic != IMAGE_DOS_SIGNATURE || headers->Signature != IMAGE_NT_SIGNATURE ||
         headers->OptionalHeader.Magic != IMAGE_NT_OPTIONAL_HDR64_MAGIC) {
-        throw std::runtime_error("the module is no 64-bit image");
+        throw std::runtime_error("the module is not a 64-bit image");
     }
     return headers->OptionalHeader;
 }
@@ -37,7 +37,7 @@ std::vector<std::string> LoadedImage::importedLibraries() const {
 std::vector<Import> LoadedImage::imports() const {
     std::vector<Import> result;
     for (auto* descriptor = firstDescriptor(); descriptor->Name != 0; ++descriptor) {
-        // The loader overwrites the addresses only: the names stay where they were.
+        // The loader overwrites only the addresses. The names stay in OriginalFirstThunk.
         const auto* name = at<IMAGE_THUNK_DATA64>(descriptor->OriginalFirstThunk);
         auto* slot = at<void*>(descriptor->FirstThunk);
         for (; name->u1.AddressOfData != 0; ++name, ++slot) {

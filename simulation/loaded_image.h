@@ -7,15 +7,14 @@
 
 namespace simulation {
 
-// One function that an image imports by name, and the slot of the import address table that the
-// image calls it through.
+// One function that an image imports by name, and its entry (slot) in the import address table.
 struct Import {
     std::string library;
     std::string function;
     void** slot;
 };
 
-// The headers of an image that is mapped into this process.
+// Reads the headers of an image that is mapped into this process.
 class LoadedImage {
 public:
     explicit LoadedImage(HMODULE module) : image(module) {}

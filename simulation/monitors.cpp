@@ -31,7 +31,7 @@ const SimulatedMonitor* Monitors::find(HMONITOR handle) const {
     return found != all.end() ? &*found : nullptr;
 }
 
-// A planned failure shows in the result only: the platform has called back by then.
+// A planned failure changes only the result: the callback has been called before.
 WINBOOL WINAPI Monitors::enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
                                    LPARAM parameter) {
     const bool fails = get().journal.enter("EnumDisplayMonitors").has_value();
@@ -60,7 +60,7 @@ WINBOOL WINAPI Monitors::getInformation(HMONITOR handle, LPMONITORINFO informati
     }
     auto& extended = *static_cast<MONITORINFOEXW*>(static_cast<void*>(information));
     extended.rcMonitor = monitor->rectangle;
-    // Unlike the monitor's, so that no test passes with the wrong one.
+    // Different from the monitor's rectangle, so that a test notices the wrong one.
     extended.rcWork = {-1, -2, -3, -4};
     fillField(extended.szDevice, monitor->deviceName);
     return TRUE;
@@ -80,7 +80,7 @@ WINBOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber,
         return isFirst || candidate.deviceName.substr(0, CCHDEVICENAME) == deviceName;
     });
     if (fails || monitor == all.end() || !monitor->mode) {
-        // Nothing says that a driver writes nothing before it gives up.
+        // A failing driver may write to the structure before it returns.
         mode->dmPosition = {7, 7};
         mode->dmPelsWidth = mode->dmPelsHeight = mode->dmDisplayFrequency = 7;
         return FALSE;

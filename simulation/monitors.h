@@ -12,7 +12,7 @@
 
 namespace simulation {
 
-// A display mode in the words of DEVMODEW.
+// A display mode, in the units of DEVMODEW.
 struct DisplayMode {
     LONG x = 0;
     LONG y = 0;
@@ -24,25 +24,25 @@ struct DisplayMode {
 struct SimulatedMonitor {
     HMONITOR handle = nullptr;
     std::wstring deviceName;
-    std::optional<DisplayMode> mode; // nothing: its settings cannot be read
-    RECT rectangle{};                // as GetMonitorInfoW tells it
+    std::optional<DisplayMode> mode; // nothing: EnumDisplaySettingsW fails
+    RECT rectangle{};                // of GetMonitorInfoW
     bool informationReadable = true;
 };
 
-// The monitors of the desktop behind EnumDisplayMonitors, GetMonitorInfoW and EnumDisplaySettingsW.
-// Every argument is checked as strictly as the platform might one day.
+// The monitors of the desktop behind EnumDisplayMonitors, GetMonitorInfoW and
+// EnumDisplaySettingsW. Every argument is checked, more strictly than Windows does.
 class Monitors : private Current<Monitors> {
 public:
     Monitors(Redirects& redirects, Journal& calls);
 
-    // Adds a monitor behind the others. Its rectangle is that of its mode.
+    // Adds a monitor after the others. Its rectangle is that of its mode.
     SimulatedMonitor& add(const std::wstring& deviceName, std::optional<DisplayMode> mode);
 
     // In the system's order.
     std::vector<SimulatedMonitor> all;
 
-    // Whether a device without a name has the settings of the first monitor, as under Wine; else
-    // its settings cannot be read.
+    // Whether EnumDisplaySettingsW returns the settings of the first monitor for an empty device
+    // name, as under Wine. Otherwise it fails.
     bool noNameIsFirst = false;
 
 private:

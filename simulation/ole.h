@@ -6,8 +6,8 @@
 
 namespace simulation {
 
-// OLE's own functions, for simulations: also a program whose imports of them are redirected reaches
-// them here.
+// The functions of oleaut32.dll, found by GetProcAddress. The simulation calls them even when the
+// imports of its own program are redirected.
 struct Ole {
     decltype(SysAllocString)* sysAllocString;
     decltype(SysAllocStringLen)* sysAllocStringLen;

@@ -9,7 +9,7 @@ namespace simulation {
 
 namespace {
 
-// The block of memory that the variant owns, if any.
+// The block of memory that the variant owns, or null.
 const void* ownedBy(const VARIANT& variant) {
     const VARTYPE type = V_VT(&variant);
     const bool owns = (type & VT_BYREF) == 0 && (type == VT_BSTR || (type & VT_ARRAY) != 0);
@@ -67,7 +67,7 @@ void WINAPI OleValues::sysFreeString(BSTR text) {
     get().journal.enter("SysFreeString");
     const std::lock_guard lock(get().mutex);
     SIMULATION_EXPECT(text == nullptr || get().strings.erase(text) == 1,
-                      "a string was freed that was not made or is free already");
+                      "a string was freed that was not allocated or is already free");
     ole().sysFreeString(text);
 }
 
@@ -84,7 +84,7 @@ HRESULT WINAPI OleValues::variantClear(VARIANTARG* variant) {
     const std::lock_guard lock(get().mutex);
     const auto known = get().variants.find(variant);
     if (known == get().variants.end()) {
-        report("a variant was cleared that is clear or was never initialised");
+        report("a variant was cleared that is already clear or was never initialised");
         return DISP_E_BADVARTYPE;
     }
     SIMULATION_EXPECT(ownedBy(*variant) == known->second,
@@ -112,7 +112,7 @@ HRESULT WINAPI OleValues::unaccessData(SAFEARRAY* array) {
     const std::lock_guard lock(get().mutex);
     const auto access = get().accesses.find(array);
     if (access == get().accesses.end()) {
-        report("access to a safe array was given up that had not been gained");
+        report("SafeArrayUnaccessData was called without SafeArrayAccessData");
         return E_UNEXPECTED;
     }
     get().accesses.erase(access);

@@ -16,17 +16,18 @@
 
 namespace simulation {
 
-// Keeps account of the strings, variants and safe arrays that the image under test makes, is given
-// and looks into. They are OLE's own: its functions do the work, unless a test lets one fail.
+// Records the strings that the image allocates, the variants that it initialises and the safe
+// arrays that it accesses, until it releases them. The functions of oleaut32.dll do the work
+// unless a test makes a call fail.
 class OleValues : private Current<OleValues> {
 public:
     OleValues(Redirects& redirects, Journal& calls);
 
-    // For whoever fills a variant of the image: the variant must be initialised and empty. What it
-    // holds afterwards is the image's to release.
+    // Writes a value into a variant of the image, which must be initialised and empty. The image
+    // has to release the value.
     void fill(VARIANT* variant, const VARIANT& value);
 
-    // What the image has not released so far, one entry each.
+    // The kinds of the values that the image has not released, one entry for each.
     std::vector<std::string> outstanding() const;
 
 private:
@@ -44,7 +45,7 @@ private:
     Journal& journal;
     mutable Mutex mutex;
     std::set<BSTR> strings;
-    std::map<const VARIANTARG*, const void*> variants; // with the value that each was filled with
+    std::map<const VARIANTARG*, const void*> variants; // with the memory of each variant's value
     std::multiset<SAFEARRAY*> accesses;
 };
 

@@ -6,8 +6,8 @@
 
 namespace simulation {
 
-// Fills a text field of a platform structure as the system does: a text as long as the field or
-// longer leaves no room for the terminating zero.
+// Fills a text field of a platform structure as the system does. A text that is as long as the
+// field or longer leaves no room for a terminating zero.
 template <std::size_t units>
 void fillField(wchar_t (&field)[units], const std::wstring& text) {
     const auto end = std::copy_n(text.begin(), std::min(text.size(), units), field);

@@ -8,7 +8,7 @@
 
 namespace simulation {
 
-// Checks the security that is asked for a proxy of WMI.
+// Checks the security settings that the image requests for a WMI proxy.
 inline void expectProxyBlanket(DWORD authentication, DWORD authorization, const OLECHAR* principal,
                                DWORD authenticationLevel, DWORD impersonationLevel,
                                const void* identity, DWORD capabilities) {

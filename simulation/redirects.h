@@ -12,14 +12,14 @@
 
 namespace simulation {
 
-// The redirected imports of one image. A function that the image does not import is an error, since
-// a test would wait for calls that cannot come, unless the test has named it as absent.
+// The redirected imports of one image. A function that the image does not import is an error,
+// because a test would expect calls that cannot happen, unless the test has named it as absent.
 class Redirects {
 public:
     Redirects(HMODULE redirectedImage, std::set<std::string> absentFunctions)
         : image(redirectedImage), absent(std::move(absentFunctions)) {}
 
-    // The replacement has the very type of the platform's function: decltype(GetMonitorInfoW).
+    // Function is the type of the platform's function, such as decltype(GetMonitorInfoW).
     template <typename Function>
     void replace(const std::string& name, std::type_identity_t<Function>* replacement) {
         if (importedFunction(image, name) != nullptr || !absent.contains(name)) {

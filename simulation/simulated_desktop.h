@@ -18,34 +18,34 @@
 
 namespace simulation {
 
-// A desktop in memory behind the imports of one image: it shows what a test puts on it, keeps the
-// time that a test gives it, and notes every call. Empty at first. One at a time.
+// A desktop in memory behind the imports of one image. A test adds monitors and windows and
+// advances the time; the journal records every call. Empty at first. At most one at a time.
 class SimulatedDesktop {
     Redirects redirects;
 
 public:
-    // The functions named as absent need not be imported by the image: a test program that links
-    // only a part of the module calls only a part of the platform.
+    // The image need not import the functions in absentFunctions: a test program that links only
+    // some components of the module imports only a part of the platform.
     explicit SimulatedDesktop(HMODULE image, std::set<std::string> absentFunctions = {});
 
-    // Puts a monitor on the desktop together with the display path that leads to it. Its device
-    // path is not one that WMI is asked about.
+    // Adds a monitor and its display path. WMI is not queried for the path: its device path is not
+    // that of a display.
     SimulatedMonitor& addMonitor(const std::wstring& deviceName, const std::wstring& friendlyName,
                                  const DisplayMode& mode);
 
-    // The calls of the platform that tell something of monitors, in order.
+    // The recorded calls of displayFunctions, in order.
     std::vector<std::string> displayCalls() const;
 
-    // The same for windows.
+    // The recorded calls of windowFunctions, in order.
     std::vector<std::string> windowCalls() const;
 
-    // The functions behind displayCalls(): absent where only the windows' part is linked.
+    // The functions for monitors. Absent in a program that links only the windows component.
     static const std::set<std::string> displayFunctions;
 
-    // The functions behind windowCalls(): absent where only the monitors' part is linked.
+    // The functions for windows. Absent in a program that links only the display component.
     static const std::set<std::string> windowFunctions;
 
-    // The functions of COM and OLE: absent where the identification of monitors is not linked.
+    // The functions of COM and OLE. Absent in a program that does not link the WMI query.
     static const std::set<std::string> wmiFunctions;
 
     Journal journal;

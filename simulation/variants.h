@@ -10,23 +10,23 @@
 
 namespace simulation {
 
-// Values as properties of WMI objects have them, made by OLE's own functions. Each belongs to who
-// asked for it, and is released with VariantClear.
+// Values of properties of WMI objects, made by the functions of oleaut32.dll. The caller owns the
+// returned variant and releases it with VariantClear.
 
 // A string; zeros inside are kept.
 VARIANT stringVariant(const std::wstring& text);
 
-// A string variant without a string.
+// A variant of type VT_BSTR with a null pointer.
 VARIANT nullStringVariant();
 
-// An array of 32-bit integers, as WMI delivers its arrays of 16-bit ones; with any lower bound.
+// An array of 32-bit integers: WMI returns arrays of 16-bit integers like that.
 VARIANT integerArrayVariant(const std::vector<std::int32_t>& elements, LONG lowerBound = 0);
 
-// The same, one element for every unit of the text.
+// The same, with one element for each unit of the text.
 VARIANT unitsVariant(const std::wstring& text);
 
-// A variant that claims to hold an array of one type and holds one of another, whose bytes are all
-// those given.
+// A variant whose type says an array of claimedType, and that holds an array of elementType. Every
+// byte of the elements has the given value.
 VARIANT arrayVariant(VARTYPE claimedType, VARTYPE elementType,
                      const std::vector<SAFEARRAYBOUND>& bounds, std::uint8_t byte = 'A');
 

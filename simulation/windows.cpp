@@ -9,8 +9,8 @@ namespace simulation {
 
 namespace {
 
-// Copies as much as fits in front of the terminating zero, and nothing behind it. Returns the
-// number of units copied.
+// Copies as many units as fit, and a terminating zero. Writes nothing after the zero. Returns the
+// number of units copied without the zero.
 int copyCut(const std::wstring& text, LPWSTR field, int units) {
     if (units <= 0) {
         return 0;
@@ -72,7 +72,7 @@ SimulatedWindow* Windows::ask(HWND handle) {
     return nullptr;
 }
 
-// A planned failure shows in the result only: the platform has called back by then.
+// A planned failure changes only the result: the callback has been called before.
 WINBOOL WINAPI Windows::enumerate(WNDENUMPROC callback, LPARAM parameter) {
     const bool fails = get().journal.enter("EnumWindows").has_value();
     const std::vector<HWND> snapshot = get().order;
@@ -124,7 +124,7 @@ int WINAPI Windows::getClassName(HWND handle, LPWSTR text, int units) {
 LONG WINAPI Windows::getLong(HWND handle, int index) {
     const auto planned = get().journal.enter("GetWindowLongW");
     SIMULATION_EXPECT(index == -16 || index == -20,
-                      "the index " + std::to_string(index) + " was asked for");
+                      "GetWindowLongW was called with the index " + std::to_string(index));
     const SimulatedWindow* const window = ask(handle);
     if (planned) {
         return static_cast<LONG>(*planned);
@@ -137,7 +137,7 @@ LONG WINAPI Windows::getLong(HWND handle, int index) {
 
 HWND WINAPI Windows::getAncestor(HWND handle, UINT kind) {
     const auto planned = get().journal.enter("GetAncestor");
-    SIMULATION_EXPECT(kind == 2u, "the root is to be asked for");
+    SIMULATION_EXPECT(kind == 2u, "only GA_ROOT may be read");
     const SimulatedWindow* const window = ask(handle);
     if (planned) {
         return reinterpret_cast<HWND>(*planned);

@@ -14,49 +14,50 @@
 
 namespace simulation {
 
-// A top-level window, capturable as it is made.
+// A top-level window. As constructed by Windows::add, it is capturable.
 struct SimulatedWindow {
     HWND handle = nullptr;
     std::wstring title;
     std::wstring className;
-    bool alive = true; // to a dead one every call answers as to a handle of no window
+    bool alive = true; // when false, every call answers as for an invalid handle
     bool visible = true;
     LONG style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
     LONG extendedStyle = WS_EX_APPWINDOW;
-    HWND root = nullptr; // its own handle from the start
+    HWND root = nullptr; // Windows::add sets the window's own handle
 
-    // What DwmGetWindowAttribute answers about cloaking, and the value that it writes.
+    // The result of DwmGetWindowAttribute for DWMWA_CLOAKED, and the value that it writes.
     HRESULT cloakingResult = S_OK;
     DWORD cloaked = 0;
 };
 
-// The windows of the desktop behind EnumWindows and the functions that ask about one window. A
-// window dies or changes between two calls by an action of the journal. A planned failure of a
-// function is the value that it returns.
+// The windows of the desktop behind EnumWindows and the functions that read one window. With an
+// action of the journal, a test destroys or changes a window between two calls. The status of a
+// planned failure is the value that the function returns.
 class Windows : private Current<Windows> {
 public:
     Windows(Redirects& redirects, Journal& calls);
 
-    // Adds a window behind the others. It stays where it is as long as this object lives.
+    // Adds a window after the others. The reference is valid as long as this object.
     SimulatedWindow& add(const std::wstring& title,
                          const std::wstring& className = L"ApplicationWindow");
 
-    // The living or dead window, or null for a handle that was never one's.
+    // The window with the handle, alive or not; null for any other handle.
     SimulatedWindow* find(HWND handle);
 
-    // In which EnumWindows names the windows; dead ones are passed over.
+    // The order of the windows in EnumWindows, which skips windows that are not alive.
     std::vector<HWND> order;
 
     HWND shellWindow = nullptr;
 
-    // How often a function was asked about this window.
+    // The number of calls with this handle.
     std::size_t callsAbout(HWND handle) const;
 
 private:
     friend class Current<Windows>;
     friend class Cloaking;
 
-    // The living window; null, with the last error of the platform, for every other handle.
+    // Counts a call with the handle. Returns the window if it is alive; else sets the last error
+    // of an invalid window handle and returns null.
     static SimulatedWindow* ask(HWND handle);
 
     static WINBOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter);

@@ -18,9 +18,9 @@
 
 namespace simulation {
 
-// COM and WMI behind the imports that an image asks for the identification of monitors. It works
-// and knows no monitor until a test says otherwise. Every argument is checked, and at the end that
-// everything was released and every thread has left its apartment.
+// COM and WMI behind the imports with which an image reads serial numbers of monitors. Every call
+// succeeds, and WMI has no monitor, unless a test changes that. Every argument is checked. The
+// destructor checks that everything was released and every thread has left its apartment.
 class Wmi : private Current<Wmi> {
 public:
     Wmi(Redirects& redirects, Journal& calls);
@@ -33,13 +33,14 @@ public:
         provider.add(instanceName, serialNumber);
     }
 
-    // Makes the calling thread one of a single-threaded apartment.
+    // Puts the calling thread into a single-threaded apartment.
     void enterSingleThreadedApartment();
 
-    // The calls of COM and WMI in order, of values neither the making nor the clearing.
+    // The recorded calls of COM and WMI, in order, without the calls for strings, variants and
+    // safe arrays.
     std::vector<std::string> calls() const;
 
-    // What the image has not released so far, one entry each; empty when all is well.
+    // The names of objects, values and apartments that the image has not released, one entry each.
     std::vector<std::string> outstanding() const;
 
 private:
@@ -67,7 +68,7 @@ private:
 
     Journal& journal;
     mutable Mutex mutex;
-    std::map<DWORD, int> entries; // threads of the multithreaded apartment, and how often entered
+    std::map<DWORD, int> entries; // threads in the multithreaded apartment, with their entry count
     std::set<DWORD> singleThreaded;
 };
 

@@ -13,7 +13,7 @@
 
 namespace simulation {
 
-// The reference count of one of the provider's objects.
+// The base of the provider's objects: counts references.
 class WmiObject {
 public:
     WmiObject(WmiProvider& owner, std::string interfaceName)
@@ -22,7 +22,7 @@ public:
     WmiObject(const WmiObject&) = delete;
     WmiObject& operator=(const WmiObject&) = delete;
 
-    // Makes an object that belongs to the provider, with one reference, which is the caller's.
+    // Makes an object, which the provider owns. The caller owns its one reference.
     template <typename Object, typename... Arguments>
     static Object* make(WmiProvider& provider, Arguments&&... arguments) {
         auto object = std::make_unique<Object>(provider, std::forward<Arguments>(arguments)...);
@@ -37,10 +37,10 @@ protected:
     ULONG hold();
     ULONG letGo();
 
-    // Notes the call; returns the status that it is to end with, if a test has planned one.
+    // Records the call. Returns the status with which the call has to end, if a test planned one.
     std::optional<HRESULT> enter(const std::string& method);
 
-    // For methods that nobody is to call.
+    // The body of methods that must not be called: reports the call.
     HRESULT refuse(const std::string& method);
 
     WmiProvider& provider;
@@ -52,7 +52,7 @@ private:
     std::atomic<ULONG> references = 1;
 };
 
-// Nothing deletes a COM object through its interface: it has no virtual destructor to be.
+// COM objects are never deleted through their interface, which has no virtual destructor.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 

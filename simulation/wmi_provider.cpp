@@ -75,7 +75,7 @@ private:
     std::size_t position = 0;
 };
 
-// COM asks a proxy itself for its security. What WMI hands out has that interface, too.
+// CoSetProxyBlanket calls this interface of a proxy. The services of WMI have it.
 class ServicesSecurity final : public WmiObjectOf<IClientSecurity> {
 public:
     ServicesSecurity(WmiProvider& owner, IUnknown* secured)
@@ -160,7 +160,7 @@ WmiProvider::WmiProvider(Journal& calls)
 WmiProvider::~WmiProvider() = default;
 
 void WmiProvider::add(const std::wstring& instanceName, const std::wstring& serialNumber) {
-    // WMI fills the array up with zeros.
+    // WMI pads the array with zeros.
     const std::wstring units = serialNumber + std::wstring(3, L'\0');
     instances.push_back({[=] { return stringVariant(instanceName); },
                          [=] {

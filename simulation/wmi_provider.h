@@ -17,15 +17,15 @@ namespace simulation {
 
 class WmiObject;
 
-// One instance of WmiMonitorID: a fresh value is made each time that a property is read.
+// One instance of WmiMonitorID. Each read of a property calls its function for a new value.
 struct WmiInstance {
     std::function<VARIANT()> instanceName;
     std::function<VARIANT()> serialNumberId;
 };
 
-// What WMI knows of monitors, as COM objects that note in the journal what is called of them, under
-// names such as "IWbemServices::ExecQuery" and "IWbemClassObject::Get(InstanceName)", and
-// "~IWbemServices" when the last reference is given up. Every argument is checked.
+// The COM objects of WMI. Their calls are recorded in the journal by names such as
+// "IWbemServices::ExecQuery" and "IWbemClassObject::Get(InstanceName)"; "~IWbemServices" is the
+// release of the last reference. Every argument is checked.
 class WmiProvider {
 public:
     explicit WmiProvider(Journal& calls);
@@ -33,32 +33,32 @@ public:
     WmiProvider(const WmiProvider&) = delete;
     WmiProvider& operator=(const WmiProvider&) = delete;
 
-    // Adds an instance behind the others, the serial number as WMI delivers it.
+    // Adds an instance after the others, with the serial number in the form that WMI uses.
     void add(const std::wstring& instanceName, const std::wstring& serialNumber);
 
-    // In the order in which the enumerator hands them out.
+    // In the order of the enumerator.
     std::vector<WmiInstance> instances;
 
-    // What the enumerator returns together with an object.
+    // The result of IEnumWbemClassObject::Next when it returns an object.
     HRESULT statusWithObject = S_OK;
 
-    // Behind the last instance the enumerator says once that it hands out another, and does not.
+    // Whether Next, after the last instance, once returns the count 1 without an object.
     bool announcesOneTooMany = false;
 
-    // How a property's value gets into the caller's variant.
+    // Writes a property's value into the caller's variant.
     std::function<void(VARIANT* variant, const VARIANT& value)> fill;
 
-    // The start of everything, with one reference, which is the caller's.
+    // A new locator. The caller owns its one reference.
     IWbemLocator* makeLocator();
 
-    // The interfaces of the objects to which somebody still holds a reference, one entry each.
+    // The interface names of the objects that are still referenced, one entry each.
     std::vector<std::string> outstanding() const;
 
 private:
     friend class WmiObject;
 
     Journal& journal;
-    // Also those that were released, so that a call of such a one can be told.
+    // Released objects are kept, so that a call of a released object can be reported.
     std::vector<std::unique_ptr<WmiObject>> objects;
 };
 

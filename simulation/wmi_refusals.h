@@ -8,8 +8,7 @@
 
 namespace simulation {
 
-// The methods of WMI's interfaces that identifying monitors does not need: a call of one is an
-// error of the caller.
+// The methods of WMI's interfaces that the library does not need. Calling one is an error.
 
 class RefusingServices : public WmiObjectOf<IWbemServices> {
     using Text = const BSTR;
