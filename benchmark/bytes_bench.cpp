@@ -1,8 +1,8 @@
 #include "benchmark/cases.h"
 #include "benchmark/plain_windows.h"
 #include "benchmark/simulated_module.h"
-#include "tests/support/allocations.h"
 #include "simulation/loaded_image.h"
+#include "tests/support/allocations.h"
 
 #include <malloc.h>
 
@@ -28,7 +28,7 @@ double mappedSize() {
     return tests::LoadedImage(module.image()).optionalHeader().SizeOfImage;
 }
 
-// What is taken of the C library's heap, which the library shares with its host.
+// The bytes in use of the C library's heap, which the library shares with its host.
 double heapInUse() {
     auto* const heap = reinterpret_cast<HANDLE>(_get_heap_handle());
     double bytes = 0;
@@ -47,8 +47,8 @@ double heapAfterLoading() {
     return heapInUse() - before;
 }
 
-// What the library holds of the heap beyond that after init, on a desktop of so many monitors and
-// windows.
+// The bytes that the library has allocated by init and not freed, on a desktop with so many
+// monitors and windows.
 double heapAfterInit(std::size_t monitorCount, std::size_t windowCount) {
     SimulatedModule simulated;
     simulated.addMonitors(monitorCount);

@@ -7,13 +7,13 @@
 
 namespace bench {
 
-// How much is measured: ./bench --quick takes fewer samples.
+// The numbers of samples. ./bench --quick takes fewer.
 struct Effort {
-    std::size_t samples = 501;     // of what takes microseconds or less
-    std::size_t slowSamples = 101; // of what takes milliseconds
+    std::size_t samples = 501;     // for work that takes microseconds or less
+    std::size_t slowSamples = 101; // for work that takes milliseconds
 };
 
-// Each measures one subject and returns its lines of the table.
+// Each function measures one subject and returns its rows of the table.
 std::vector<Row> windowListOfTheDesktop(const Effort& effort);
 std::vector<Row> windowListBySize(const Effort& effort);
 std::vector<Row> monitorListOfTheDesktop(const Effort& effort);

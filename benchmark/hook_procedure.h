@@ -6,8 +6,8 @@
 
 namespace bench {
 
-// Learns the procedure that the library hands to SetWinEventHook while the object lives, and lets
-// the system install it all the same.
+// Records the procedure that the library passes to SetWinEventHook while the object lives. The
+// system still installs the hook.
 class HookProcedure {
 public:
     explicit HookProcedure(HMODULE image)
@@ -15,7 +15,7 @@ public:
         original = reinterpret_cast<decltype(original)>(redirect.original());
     }
 
-    // Hands an event to the library, as the system would.
+    // Calls the library's event procedure with an event, as the system would.
     static void deliver(DWORD event, HWND window, LONG object = OBJID_WINDOW,
                         LONG child = CHILDID_SELF) {
         procedure(nullptr, event, window, object, child, 0, 0);

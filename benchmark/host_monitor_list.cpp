@@ -67,7 +67,7 @@ void HostMonitorList::readNames(const DISPLAYCONFIG_PATH_INFO& path,
     DISPLAYCONFIG_SOURCE_DEVICE_NAME source{};
     source.header = {DISPLAYCONFIG_DEVICE_INFO_GET_SOURCE_NAME, sizeof(source),
                      path.sourceInfo.adapterId, path.sourceInfo.id};
-    // The simulated desktop knows both ends of a path by the adapter of its source.
+    // The simulated desktop finds source and target by the adapter id of the source.
     DISPLAYCONFIG_TARGET_DEVICE_NAME target{};
     target.header = {DISPLAYCONFIG_DEVICE_INFO_GET_TARGET_NAME, sizeof(target),
                      path.sourceInfo.adapterId, path.targetInfo.id};

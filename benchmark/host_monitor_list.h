@@ -17,12 +17,11 @@ struct HostMonitor {
     std::wstring devicePath;
 };
 
-// What a host would write itself to list the monitors: everything is read anew on every call, the
-// display configuration once for all of them.
+// Lists the monitors as a host would do it without the library: every call reads everything, and
+// the display configuration once for all monitors.
 class HostMonitorList {
 public:
-    // Calls the platform through the import table of the image as it is now, and with it whatever
-    // has been put in front of the platform there.
+    // Calls the functions that the import table of the image contains now, including redirections.
     explicit HostMonitorList(HMODULE image);
 
     std::vector<HostMonitor> read() const;

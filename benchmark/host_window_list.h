@@ -13,11 +13,11 @@ struct HostWindow {
     std::wstring className;
 };
 
-// What a host would write itself to list the windows that can be shown: the desktop is enumerated
-// anew on every call, with the same filter as the library's.
+// Lists the capturable windows as a host would do it without the library: every call enumerates
+// the desktop, with the same filter as the library's.
 std::vector<HostWindow> listWindowsAfresh();
 
-// The filter: whether the window can be shown, and what was read of it.
+// The filter: whether the window is capturable. Writes what was read of a capturable window.
 bool isCapturable(HWND window, HostWindow& read);
 
 } // namespace bench

@@ -14,7 +14,7 @@
 
 namespace bench {
 
-// A list as an export writes it; its bytes copied are what no export can be faster than.
+// The records of a list export. Copying their bytes is the lower bound for its time.
 template <typename Item>
 class Records {
 public:
@@ -39,10 +39,10 @@ private:
     std::vector<Item> copies;
 };
 
-// The row of a list whose time is beside that of copying its bytes.
+// The row that compares the time of a list with that of copying its bytes.
 Row besideCopying(const std::string& what, double list, double copy);
 
-// The row that says how often the image asks for memory while it lists.
+// The row with the number of allocations of the image while it lists.
 Row allocationsOfList(const std::string& what, HMODULE image, const std::function<void()>& list);
 
 } // namespace bench

@@ -1,4 +1,4 @@
-// The benchmark: what the library costs, beside what a host would write itself.
+// The benchmark: what the library costs, compared with a host's own code.
 
 #include "benchmark/cases.h"
 
@@ -54,15 +54,15 @@ void write(const std::string& file, const std::string& text) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Measures the library beside what a host would write itself.", "bench");
+    CLI::App app("Measures the library and compares it with a host's own code.", "bench");
     std::string file;
     std::string machine;
     bool quick = false;
     app.add_option("--json", file, "also write the results to this file, as JSON");
-    app.add_option("--machine", machine, "what to call this machine in the file");
+    app.add_option("--machine", machine, "the description of this machine in the file");
     app.add_flag("--quick", quick, "take fewer samples");
     CLI11_PARSE(app, argc, argv);
-    testing::InitGoogleTest(); // the simulated desktop checks how it is called
+    testing::InitGoogleTest(); // the test fixtures use it
     try {
         const auto rows = measureAll(quick ? bench::Effort{51, 15} : bench::Effort{});
         bench::printTable(rows);

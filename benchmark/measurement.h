@@ -8,34 +8,34 @@
 
 namespace bench {
 
-// Something that is timed.
+// Work that is timed.
 struct Subject {
     std::function<void()> work;
 
-    // Run before each sample, and not timed. The work is then done so often in one sample.
+    // If set, runs before each sample and is not timed. One sample then does the work as often as
+    // repetitions says.
     std::function<void()> prepare = nullptr;
     std::size_t repetitions = 1;
 
-    // Whether one sample does the work once although nothing has to be prepared: for work that
-    // takes long enough for the clock as it is, where a trial run would only cost time.
+    // Whether one sample does the work once although prepare is not set: for work that takes long
+    // compared with the clock's resolution.
     bool once = false;
 };
 
-// Nanoseconds that each subject takes for its work once, as the median of many samples. The
-// subjects take turns, so that what disturbs the machine disturbs them alike. A subject that needs
-// no preparation does its work so often in a sample that the clock's resolution does not show,
-// unless it says that once is enough.
+// The nanoseconds that each subject's work takes once: the median of the samples. The subjects
+// take turns, so that disturbances of the machine affect all of them. Without prepare and once, a
+// sample repeats the work until the clock's resolution is negligible.
 std::vector<double> medians(std::vector<Subject> subjects, std::size_t samples);
 
 // The time that the work takes once.
 double nanosecondsOf(const std::function<void()>& work);
 
-// How often the image asks for memory during the work.
+// The number of allocations of the image during the work.
 std::size_t allocationsOf(HMODULE image, const std::function<void()>& work);
 
 double median(std::vector<double> values);
 
-// Keeps the compiler from leaving out what nobody reads.
+// Prevents the compiler from removing the computation of data that is not read.
 void use(const void* data);
 
 } // namespace bench

@@ -10,7 +10,7 @@ namespace bench {
 
 namespace {
 
-// Calls of the platform, but for the clock, that an answer from the cache makes.
+// The number of platform calls, without those of the clock, of a call that reads only the cache.
 double platformCallsOfAFreshAnswer() {
     SimulatedModule simulated;
     simulated.addMonitors(2);
@@ -41,7 +41,7 @@ std::vector<Row> monitorListOfTheDesktop(const Effort& effort) {
     const auto refresh = [&] {
         module.exports->updateMonitorList();
     };
-    // A sample is far shorter than the 500 ms for which the list stays fresh.
+    // A sample is much shorter than 500 ms, so the list is not refreshed during it.
     const auto list = [&] {
         records.list();
     };

@@ -10,8 +10,8 @@ namespace {
 
 using TextOfMonitor = std::wstring(HMONITOR);
 
-// The library and a host's own list on a desktop of so many monitors, whose calls cost what they
-// cost on the real one.
+// The library and a host's own list on a simulated desktop with so many monitors. The display
+// calls take time in proportion to the real ones.
 class PricedDesktop : SimulatedModule {
 public:
     PricedDesktop(std::size_t monitorCount, const std::map<std::string, double>& prices)
@@ -31,7 +31,7 @@ public:
         forgetCalls();
     }
 
-    // The library's functions for one monitor: each reads the display configuration anew.
+    // Calls the library's functions for one monitor: each call reads the display configuration.
     void askForEach() {
         for (const tests::SimulatedMonitor& monitor : desktop.monitors.all) {
             use(getMonitorName(monitor.handle).data());
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    // Else the notes of the calls grow, and moving them is timed as well.
+    // Otherwise the recorded calls accumulate, and the growth of their memory is timed, too.
     void forgetCalls() {
         desktop.journal.clear();
         desktop.displayPaths.requests.clear();
@@ -58,7 +58,7 @@ private:
     TextOfMonitor* getMonitorPath = nullptr;
 };
 
-// A way to read all monitors.
+// The cost of one way to read all monitors.
 struct Way {
     double time = 0; // in nanoseconds
     double calls = 0;
@@ -66,9 +66,9 @@ struct Way {
 
 struct Ways {
     std::size_t monitorCount;
-    Way update;  // of the library's list
-    Way asking;  // the library for each monitor
-    Way reading; // by the host
+    Way update;  // updateMonitorList
+    Way asking;  // getMonitorName and getMonitorPath for each monitor
+    Way reading; // the host's own list
 };
 
 template <typename Work>
@@ -126,7 +126,7 @@ Row besideReading(const Ways& ways) {
              {"reading, calls", ways.reading.calls}}};
 }
 
-// What each monitor takes on average, beside the only one of a desktop.
+// The row that compares the time for each monitor with that on a desktop with one monitor.
 Row besideOneMonitor(const Ways& ways, const Ways& one) {
     const double each = ways.update.time / static_cast<double>(ways.monitorCount);
     return within("linear: ", 1.2, "", nameOf(ways), "1 monitor, for each", each / one.update.time,

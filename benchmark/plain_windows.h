@@ -9,14 +9,14 @@
 
 namespace bench {
 
-// The windows' part of a platform that costs next to nothing: every handle is that of a window that
-// is capturable, any number of them is on the desktop when the library starts, and combo boxes
-// take every message. While the object lives; it is to be put over a simulated desktop.
+// While the object lives, replaces the window functions of a simulated desktop by functions that
+// take almost no time: the desktop has any number of windows, every handle is that of a capturable
+// window, and combo boxes accept every message.
 class PlainWindows {
 public:
     PlainWindows(HMODULE image, std::size_t count);
 
-    // The handle of the n-th window, 0 being the first.
+    // The handle of the n-th window, counted from 0.
     static HWND handle(std::size_t n);
 
 private:

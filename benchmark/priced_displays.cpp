@@ -10,8 +10,8 @@ namespace bench {
 
 namespace {
 
-// The part of the prices that is taken: a tenth, and less where a trip to the system's server takes
-// several times as long as it usually does, so that the benchmark does not take as much longer.
+// The share of the measured time that each call takes: a tenth, or less when QueryDisplayConfig is
+// unusually slow, which limits the duration of the benchmark.
 double shareOf(const std::map<std::string, double>& prices) {
     constexpr double longestForEachPath = 40'000; // nanoseconds
     return std::min(0.1, longestForEachPath / prices.at("QueryDisplayConfig"));
@@ -28,7 +28,7 @@ void pay(double nanoseconds) {
     }
 }
 
-// What a call costs, in units of its price: QueryDisplayConfig costs for each path.
+// The number of prices that a call costs: one, or for QueryDisplayConfig one for each path.
 template <typename... Arguments>
 double units(Arguments...) {
     return 1;
@@ -39,7 +39,7 @@ double units(UINT32, UINT32* pathCount, DISPLAYCONFIG_PATH_INFO*, UINT32*, DISPL
     return *pathCount;
 }
 
-// The redirected functions, each with its own original behind it.
+// The replacement of one function. It waits for the function's price and calls the original.
 template <int identity, typename Function>
 struct Priced;
 
@@ -60,7 +60,7 @@ BOOL CALLBACK keepFirst(HMONITOR monitor, HDC, RECT*, LPARAM parameter) {
     return TRUE;
 }
 
-// The calls on the desktop that this runs on, with arguments for which they succeed.
+// Calls of the real desktop, with arguments for which they succeed.
 class DesktopCalls {
 public:
     DesktopCalls() {

@@ -11,14 +11,14 @@
 
 namespace bench {
 
-// What the calls that ask about displays cost on the desktop that this runs on, in nanoseconds by
-// name; QueryDisplayConfig for each path, in whose number its time grows.
+// The time of each display function on the real desktop, in nanoseconds by name. The time of
+// QueryDisplayConfig grows with the number of paths: its price is the time for one path.
 std::map<std::string, double> pricesOfTheDesktop(std::size_t samples);
 
-// Lets the calls that ask about displays take the time that they are said to cost, and counts them.
-// Or rather at most a tenth of it, the same part of each, which changes no ratio but that of the
-// library's own time, for the worse. While the object lives; it is to be put over a simulated
-// desktop, which answers the calls.
+// While the object lives, makes the display functions of a simulated desktop take time in
+// proportion to their prices, and counts their calls. Each call takes the same share of its price,
+// at most a tenth. The share does not change the ratios between platform calls; it makes the
+// library's own time a larger part of the total.
 class PricedDisplays {
 public:
     PricedDisplays(HMODULE image, const std::map<std::string, double>& prices);

@@ -8,11 +8,12 @@
 
 namespace bench {
 
-// The library on a simulated desktop, which it leaves before that goes.
+// The library on a simulated desktop. The destructor unloads the library before the desktop is
+// destroyed.
 struct SimulatedModule {
     ~SimulatedModule() { module.unload(); }
 
-    // With the device paths of real monitors, which WMI is asked about.
+    // Adds monitors with device paths of displays, so that the library queries WMI for them.
     void addMonitors(std::size_t count) {
         for (std::size_t i = 1; i <= count; ++i) {
             const std::wstring number = std::to_wstring(i);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const char* libraryFile = "../bin/libvorlen_monitor.dll";
 
-// What the system takes to map the file into the process and out again, without running it.
+// The time to map the file into the process and to unmap it, without running its code.
 double mappingTime() {
     return nanosecondsOf(
         [] { const tests::Library file(libraryFile, tests::Library::Mapping::imageOnly); });
@@ -26,7 +26,7 @@ unsigned __stdcall doNothing(void*) {
     return 0;
 }
 
-// What the system takes to start a thread and to wait for its end, as a first list has to once.
+// The time to start a thread and to wait for its end, as the first list does.
 double threadTime() {
     return nanosecondsOf([] {
         auto* const thread =
@@ -38,7 +38,7 @@ double threadTime() {
 
 struct FirstList {
     double total;
-    double waited; // for WMI
+    double waited; // waiting for WMI
 };
 
 FirstList firstListTime(DWORD wmiMilliseconds) {

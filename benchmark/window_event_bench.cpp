@@ -23,8 +23,8 @@ void tellLibrary(const Event& event) {
     HookProcedure::deliver(event.event, event.window, event.object, event.child);
 }
 
-// A host's own list, which asks the platform whether the window of an event has a title and stands
-// for itself before it looks at what the event is.
+// A host's own list, which calls the platform for every event (is the window a root window with a
+// title?) before it looks at the event's numbers.
 class PlatformFirst {
 public:
     void handle(const Event& event) {
@@ -58,7 +58,7 @@ private:
     std::vector<HostWindow> windows = listWindowsAfresh();
 };
 
-// The library and the host's own list, on a desktop with the windows of another program.
+// The library and the host's own list, on a real desktop with the windows of another program.
 struct Listeners {
     Listeners() { module.init(); }
 
@@ -113,7 +113,7 @@ std::vector<Row> unchanging(const Event& event, PlatformFirst& host, std::size_t
             {event.what, "", ">= 20 million a second", rate, "million/s", rate >= 20}};
 }
 
-// The row of an event that changes the list; another one takes the change back.
+// The row of an event that changes the list. The event back reverses the change.
 Row changing(const Event& event, const Event& back, PlatformFirst& host, std::size_t samples) {
     const auto times = medians({{[&] { tellLibrary(event); },
                                  [&] {

@@ -16,7 +16,7 @@ Row besideEnumerating(const std::string& what, double list, double fresh) {
                     {{"list, ns", list}, {"fresh, ns", fresh}});
 }
 
-// The time that an entry of a list with so many windows takes.
+// The time of getWindowList for each window, with so many windows.
 double timeOfEach(std::size_t windowCount, std::size_t samples) {
     const SimulatedModule simulated;
     const tests::ModuleUnderTest& module = simulated.module;
