@@ -1,18 +1,17 @@
 #!/usr/bin/env bash
-# bare_machine.sh FOLDER: the part of scripts/bare-machine that runs as the first process of
-# namespaces of its own, for mounts and for processes. The machine is made in FOLDER/system.
+# bare_machine.sh FOLDER: the part of scripts/bare-machine that runs as the first process of a new
+# mount namespace and a new process namespace. It installs the system in FOLDER/system.
 #
-# Each user has a clone at a path with a space and a character beyond ASCII, and the locale C. No
-# process may be left after a command. After the packages are installed, nothing may change outside
-# of the clones and of /tmp: neither through ./check as root, nor through ./run and ./check as the
-# user.
+# Each user has a clone at a path with a space and a character outside ASCII, and the locale C. A
+# command must not leave a process. After the packages are installed, ./check as root, and ./run
+# and ./check as the user, must not change a file outside of the clones and of /tmp.
 set -euo pipefail
 
 self=$(readlink -f "${BASH_SOURCE[0]}")
 project=${self%/scripts/*}
 source "$project/scripts/lib/common.sh"
 
-# As the first process, this script gets only signals that it handles.
+# The first process of a namespace receives only signals that it handles.
 for signal in HUP INT QUIT TERM; do
     # shellcheck disable=SC2064  # the name is wanted as it is now
     trap "exit $((128 + $(kill -l "$signal")))" "$signal"
@@ -27,21 +26,22 @@ home_of() {
     if [[ $1 == root ]]; then echo /root; else echo "/home/$1"; fi
 }
 
-# wait_for COMMAND...: runs it to its end. In the background, since a shell acts on a signal only when
-# its command in the foreground has ended: this script ends at once, and everything here with it.
+# wait_for COMMAND...: runs the command to its end. It runs in the background because a shell
+# handles a signal only after its command in the foreground has ended; this way the script ends at
+# once, and all processes of the namespace with it.
 wait_for() {
     env --default-signal=INT,QUIT "$@" <&0 &
     wait $!
 }
 
-# logged COMMAND...: what it prints is shown only if it fails.
+# logged COMMAND...: runs the command. Its output is shown only if it fails.
 logged() {
     wait_for "$@" >"$folder/log" 2>&1 && return
     tail -n 20 "$folder/log" >&2
-    fail "this failed (its last messages stand above): $*"
+    fail "this failed (see its last messages above): $*"
 }
 
-# Prints where this machine gets Debian 12 from.
+# Prints the mirror from which this machine gets Debian 12.
 mirror() {
     # shellcheck disable=SC2016  # apt expands them
     apt-get indextargets --format '$(SITE)|$(RELEASE)|$(CODENAME)|$(COMPONENT)' \
@@ -52,15 +52,15 @@ mirror() {
 make_system() {
     local from proxy=""
     from=$(mirror)
-    [[ -n $from ]] || fail "apt on this machine is set to no mirror of Debian 12 (bookworm)"
+    [[ -n $from ]] || fail "apt on this machine has no mirror of Debian 12 (bookworm): add one"
     eval "$(apt-config shell proxy Acquire::http::Proxy)"
     [[ -z $proxy ]] || export http_proxy=$proxy
     say "Making a bare Debian 12 in $system"
     logged debootstrap --variant=minbase bookworm "$system" "$from"
 }
 
-# apt gets the sources and keys of this machine, and its settings for downloads. Other settings
-# may call programs that a bare machine does not have.
+# Gives apt the sources, the keys and the download settings of this machine. Other settings may
+# call programs that a bare machine does not have.
 set_up_network() {
     local file
     for file in /etc/hosts /etc/resolv.conf /etc/ssl/certs/ca-certificates.crt; do
@@ -73,7 +73,7 @@ set_up_network() {
     apt-config dump | grep '^Acquire::' >"$system/etc/apt/apt.conf.d/downloads"
 }
 
-# Devices of its own, so that nothing that is done there can damage those of this machine.
+# Makes separate devices, so that no command can damage the devices of this machine.
 make_devices() {
     local name number
     mount --types tmpfs --options mode=755 devices "$system/dev"
@@ -107,7 +107,7 @@ make_clone() {
     chroot "$system" chown --recursive "$1:$1" "$home/${clone%/*}"
 }
 
-# succeeds USER COMMAND...: runs it in the user's clone, in the environment of a login.
+# succeeds USER COMMAND...: runs the command in the user's clone, with the environment of a login.
 succeeds() {
     local who=$1 home status=0
     shift
@@ -123,7 +123,8 @@ succeeds() {
     no_process_is_left "after $* as $who"
 }
 
-# One that has ended stays until this script, as the first process, collects it: states X and Z.
+# Processes in the states X and Z have ended: they exist until this script, as the first process,
+# collects them.
 no_process_is_left() {
     local file line left=()
     for file in /proc/[0-9]*/stat; do
@@ -133,8 +134,8 @@ no_process_is_left() {
     ((${#left[@]} == 0)) || fail "processes were left $1: ${left[*]}"
 }
 
-# Prints what there is outside of the clones and of /tmp. The time and size of a folder also change
-# when a file comes and goes again.
+# Prints the files outside of the clones and of /tmp. For folders without time and size, which also
+# change when a file is created and removed again.
 files() {
     cd "$system"
     find . ./dev ./dev/shm -xdev \( -path ./tmp -o -path './*/space and ü' \) -prune -o \

@@ -1,10 +1,11 @@
-# A desktop: a display with a Wine prefix of its own.
+# A desktop: a display and a Wine prefix for it.
 # shellcheck shell=bash
 
 source "$project/scripts/lib/virtual_display.sh"
 source "$project/scripts/lib/wine.sh"
 
-# open_desktop own|virtual: the user's own display, if there is one, or a virtual one.
+# open_desktop own|virtual: opens the display in DISPLAY, or, for virtual or without DISPLAY,
+# starts a virtual one. Makes a Wine prefix.
 open_desktop() {
     if [[ $1 == virtual || -z ${DISPLAY:-} ]]; then
         start_virtual_display
@@ -15,8 +16,8 @@ open_desktop() {
     open_wine_prefix
 }
 
-# For the EXIT trap of the script, also where open_desktop failed. Another signal must not cut this
-# short.
+# For the EXIT trap of the script, also after a failure of open_desktop. Further signals must not
+# interrupt it.
 close_desktop() {
     trap '' HUP INT QUIT TERM
     close_wine_prefix

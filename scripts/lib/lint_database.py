@@ -1,11 +1,11 @@
-"""Writes the compile commands that the linter reads, and prints the sources that it is to check.
+"""Writes the compile commands for the linter, and prints the sources that it has to check.
 
 lint_database.py COMPILE_COMMANDS OUTPUT [SOURCE...]
 
-COMPILE_COMMANDS is what CMake wrote. It also has the sources of libraries, and it names a source
-once for each program that it is compiled into: the linter would check it as often. OUTPUT gets the
-first command of each source of this project. The sources, or those that are named, go to standard
-output, each ended by a zero byte.
+COMPILE_COMMANDS is the file that CMake wrote. It also contains sources of libraries, and contains a
+source once for each target that compiles it, so that the linter would check it several times.
+OUTPUT gets the first command of each source of this project. Standard output gets the named
+sources, or all sources, each ended by a zero byte.
 """
 
 import json
@@ -14,8 +14,8 @@ import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = PROJECT / "build"
-# Left out: the tests and the benchmark, since to check what GoogleTest makes of them takes longer
-# than all the rest, and what stands in for parts of the toolchain, whose names are reserved ones.
+# Left out: tests and benchmark, because checking the expanded macros of GoogleTest takes longer
+# than everything else.
 LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark", PROJECT / "cmake")
 
 

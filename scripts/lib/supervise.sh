@@ -1,9 +1,9 @@
-# Runs a command so that a signal to the script reaches the command, and so that nothing of the
-# command is left when the script goes on.
+# Runs a command so that a signal to the script is passed to the command, and no process of the
+# command is left when the script continues.
 #
-# The command gets a session of its own. A terminal's Ctrl+C then reaches the script alone, which
-# passes it on once, and only to the command: what the script has started beside it (an X server)
-# lives on until the command has ended.
+# The command runs in a new session. Ctrl+C on a terminal then reaches only the script, which
+# passes it once to the command, and not to other processes of the script, such as an X server:
+# they run until the command has ended.
 # shellcheck shell=bash
 
 command_group= # process group of the running command; "starting" until it is known
@@ -22,8 +22,8 @@ on_signal() {
     [[ $command_group == starting ]] || pass_on "$1"
 }
 
-# The group exists from the moment the command has its session; the signals' default actions are
-# back by then. Until then the process is there, but a signal could be lost on it.
+# The process group exists from the moment the command has its session. Before that the process
+# exists, but might ignore the signal.
 pass_on() {
     while kill -0 "$command_group" 2>/dev/null; do
         kill "-$1" -- "-$command_group" 2>/dev/null && return 0
@@ -31,11 +31,11 @@ pass_on() {
     done
 }
 
-# supervise COMMAND [ARGS...]: runs it to its end and returns its exit code.
-# Bash would start it with Ctrl+C ignored and no standard input, because it runs in the background:
-# both are given back. It is also told when the script is killed and cannot tell it any more.
-# Descriptors 8 and 9 are locks of the script's (see wine.sh): a Wine server that inherited one
-# would hold it for as long as it lives.
+# supervise COMMAND [ARGS...]: runs the command to its end and returns its exit code.
+# Bash starts background commands with Ctrl+C ignored and without standard input: both are
+# restored. If the script is killed, the system sends SIGTERM to the command (pdeathsig).
+# Descriptors 8 and 9 are locks of the script (see wine.sh): a Wine server that inherited one would
+# hold the lock until the server ends.
 supervise() {
     local status count
     received=""
@@ -46,20 +46,20 @@ supervise() {
     while
         status=0 count=$signal_count
         wait "$command_group" || status=$?
-        ((count != signal_count)) && ! lost_track # wait returned for a signal: the command goes on
+        ((count != signal_count)) && ! lost_track # wait returned for a signal: the command runs on
     do :; done
     end_rest_of_group
     return "$status"
 }
 
-# Bash forgets a process that ends in the very moment in which a signal makes wait return: it would
-# wait for it for ever. The status is then that of the signal.
+# If a process ends at the moment in which a signal makes wait return, bash does not notice its end
+# and would wait for ever. The status is then that of the signal.
 lost_track() {
     ! kill -0 "$command_group" 2>/dev/null && jobs -rp | grep --quiet --line-regexp "$command_group"
 }
 
-# step COMMAND [ARGS...]: supervises one of the script's several commands: a signal ends the script
-# too, whatever the command made of it.
+# step COMMAND [ARGS...]: supervises one of several commands of the script. After a signal the
+# script ends, too, even if the command succeeded.
 step() {
     local status=0
     supervise "$@" || status=$?
@@ -67,7 +67,7 @@ step() {
     return "$status"
 }
 
-# Ends what the command started in its group and did not end itself.
+# Ends the processes of the command's group that still run.
 end_rest_of_group() {
     local group=$command_group
     command_group=
@@ -79,8 +79,9 @@ end_rest_of_group() {
     kill -KILL -- "-$group" 2>/dev/null || true
 }
 
-# A process that has ended stays in its group until the system's first process collects it, which
-# may be much later: those (states X and Z) do not count. The name in parentheses may hold anything.
+# Whether a process of the group runs. Processes in the states X and Z do not count: they have
+# ended, and stay in the group until the system's first process collects them. The name in
+# parentheses may contain any character.
 group_runs() {
     { cat /proc/[0-9]*/stat 2>/dev/null || true; } | awk -v group="$1" '
         { sub(/.*\) /, "") }

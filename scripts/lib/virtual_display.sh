@@ -1,11 +1,11 @@
 # A virtual display: an X server without hardware, with two outputs.
 # shellcheck shell=bash
 
-display_log=    # folder of the server's log, while it starts
-display_server= # process id of the X server, while there is one
+display_log=    # folder of the server's log while it starts, or empty
+display_server= # process id of the X server, or empty
 
-# Starts the server and exports DISPLAY. The server picks a free number itself, so that two scripts
-# never choose the same one, and ends with this script even if that is killed.
+# Starts the server and exports DISPLAY. The server chooses a free display number, so that two
+# scripts never use the same one. It ends with this script, even if the script is killed.
 start_virtual_display() {
     local number
     display_log=$(mktemp -d "${TMPDIR:-/tmp}/vorlen-monitor.XXXXXX")
@@ -22,9 +22,9 @@ start_virtual_display() {
     remove_display_log
 }
 
-# DUMMY0: 3840x2160 at 60 Hz, with the modes 3840x2160_30 and 1920x1080 to switch to;
-# DUMMY1, to its right: 1920x1080 at 60 Hz. The server notices that DUMMY1 became connected only
-# when somebody asks for the outputs anew, which Wine does not do: hence the query at the end.
+# DUMMY0: 3840x2160 at 60 Hz; tests can switch it to the modes 3840x2160_30 and 1920x1080.
+# DUMMY1, to its right: 1920x1080 at 60 Hz. The server notices that DUMMY1 is connected only when a
+# client queries the outputs, which Wine does not do: hence the query at the end.
 lay_out_outputs() {
     xrandr --newmode 3840x2160_60 533.00 3840 3888 3920 4000 2160 2163 2168 2222 +hsync -vsync &&
         xrandr --newmode 3840x2160_30 262.75 3840 3888 3920 4000 2160 2163 2168 2191 \
@@ -38,7 +38,7 @@ lay_out_outputs() {
 
 display_failed() {
     tail -n 5 "$display_log/errors" >&2
-    fail "no virtual display: $1 (its last messages stand above)"
+    fail "no virtual display: $1 (see its last messages above)"
 }
 
 stop_virtual_display() {

@@ -1,21 +1,21 @@
 # A Wine prefix for one desktop.
 #
-# Each desktop has a prefix of its own, and with it a Wine server of its own: a server stays with
-# the display that it was started on. Making a prefix takes several seconds and 700 MB, so that it
-# is done once: later prefixes are copies of that template by hard links, made in 0.1 s and thrown
-# away after use.
+# Each desktop has its own prefix and thereby its own Wine server, because a server keeps the
+# display on which it was started. Making a prefix takes several seconds and 700 MB. It is done
+# once, for a template; the prefixes are copies of the template with hard links, which take 0.1 s
+# and are removed after use.
 #
-# The folder holds:
-#   lock        held (descriptor 8) while a prefix is made
-#   prefix.*    one per desktop, locked (descriptor 9) while its desktop lives; one that is not
-#               locked was left by a script that was killed
+# The folder contains:
+#   lock        locked (descriptor 8) while a prefix is made
+#   prefix.*    one for each desktop, locked (descriptor 9) while the desktop is open; a prefix
+#               that is not locked was left by a killed script
 #   template-*  named after the version of Wine that made it
 # shellcheck shell=bash
 
 wine_folder=$project/build/wine/user-$EUID # Wine refuses a prefix of another user
 prefix=
 
-# Makes a prefix and exports what Wine programs need.
+# Makes a prefix and exports the environment of Wine programs.
 open_wine_prefix() {
     local template
     template=$wine_folder/template-$(dpkg-query --show --showformat '${Version}' wine)
@@ -37,19 +37,19 @@ open_wine_prefix() {
     start_wine
 }
 
-# WINEDEBUG also silences the hint that 32-bit Wine is missing. Without winemenubuilder, Wine
-# writes no menus into the home folder of the user. Wine finds files with names beyond ASCII, be it
-# the path of this tree, only in a locale with UTF-8, which the user's may not be.
+# WINEDEBUG=-all also suppresses the message that 32-bit Wine is missing. Without winemenubuilder,
+# Wine writes no menus into the home folder of the user. Wine finds files whose paths are not
+# ASCII, such as a path of this tree, only in a UTF-8 locale.
 set_wine_environment() {
     [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
     unset WINEARCH WINELOADER WINESERVER WINEDLLPATH
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 }
 
-# Wine's own processes start with the first program, and would write to its standard error, as they
-# do now and then although nothing is wrong. Hence that program is one whose output nobody sees: it
-# needs the desktop window, and ends. What it has started stays for as long as programs follow each
-# other within 10 s; the limit is for what a killed script leaves.
+# Starts Wine's processes with a first program whose output is dropped: they start with the first
+# program that needs the desktop window, inherit its standard error, and sometimes write to it
+# although nothing is wrong. They run as long as programs follow each other within 10 s; the limit
+# ends them after the script was killed.
 start_wine() {
     wineserver -p10 >/dev/null 2>&1 9>&-
     setsid --wait wine rundll32 user32.dll,GetDesktopWindow </dev/null >/dev/null 2>&1 9>&- ||
@@ -67,7 +67,7 @@ make_first_prefix() {
     mv "$1.partial" "$1"
 }
 
-# copy_prefix FROM TO: the registry is copied, since Wine rewrites it; the files are shared.
+# copy_prefix FROM TO: copies the registry, because Wine rewrites it, and links the other files.
 copy_prefix() {
     cp --archive --link "$1/drive_c" "$2/"
     cp --archive "$1"/*.reg "$1/dosdevices" "$1/.update-timestamp" "$2/"
@@ -83,9 +83,8 @@ remove_abandoned_prefixes() {
     done
 }
 
-# Ends the server of WINEPREFIX, and with it every Wine process of the prefix, if it runs at all.
-# The server has a temporary folder, whose name it writes into the prefix, and which it leaves
-# behind.
+# Ends the Wine server of WINEPREFIX, if it runs, and with it every Wine process of the prefix. The
+# server does not remove its temporary folder, whose name it writes into the prefix.
 end_wine_server() {
     local folder=""
     wineserver -k || true
@@ -97,6 +96,6 @@ end_wine_server() {
 close_wine_prefix() {
     [[ -n $prefix ]] || return 0
     WINEPREFIX=$prefix end_wine_server
-    # A Wine process that is just ending may still write there; the next script removes the rest.
+    # A Wine process that is ending may still write there. The next script removes the rest.
     rm -rf "$prefix" 2>/dev/null || true
 }

@@ -72,7 +72,7 @@ def test_a_python_test_proves_a_promise_also_with_parameters(tree):
 
 def test_a_page_that_differs_names_the_command_that_writes_it(tree):
     expected = (
-        "behaviour: docs/behaviour.md is not what the tests promise; "
+        "behaviour: docs/behaviour.md differs from the promises of the tests; "
         "this command writes it: scripts/behaviour\n"
     )
     assert complaint(behaviour(tree, "--check")) == expected

@@ -146,7 +146,7 @@ def test_a_failure_of_apt_shows_what_it_said_last(machine):
     assert failed.returncode == 1
     assert "output of apt\n" in failed.stderr
     assert failed.stderr.splitlines()[-1] == (
-        "install: this failed (its last messages stand above): env "
+        "install: this failed (see its last messages above): env "
         "DEBIAN_FRONTEND=noninteractive apt-get --option DPkg::Lock::Timeout=300 update"
     )
 

@@ -96,15 +96,15 @@ def test_a_check_counts_the_mistakes_that_fit_and_makes_none(tree):
 @pytest.mark.parametrize(
     ("text", "complaint"),
     [
-        ("[b.cpp]\nwrong\n-a\n+b\n", "tests/mistakes.txt:2: “wrong” cannot be made in b.cpp"),
+        ("[b.cpp]\nwrong\n-a\n+b\n", "tests/mistakes.txt:2: “wrong” cannot be applied to b.cpp"),
         ("[a.cpp]\nwrong\n-three\n+b\n", "tests/mistakes.txt:3: “wrong” does not fit a.cpp"),
-        ("[a.cpp]\nwrong\n-int\n+long\n", "is there 2 times, not once"),
+        ("[a.cpp]\nwrong\n-int\n+long\n", "the text that it removes 2 times, not once"),
         ("[a.cpp]\nwrong\n", "tests/mistakes.txt:2: “wrong” changes nothing"),
         ("[a.cpp]\nwrong\n-one\n+one\n", "tests/mistakes.txt:2: “wrong” changes nothing"),
-        ("-one\n", "tests/mistakes.txt:1: a change of no mistake"),
-        (f"{FITTING}[a.cpp]\n+one\n", "tests/mistakes.txt:9: a change of no mistake"),
+        ("-one\n", "tests/mistakes.txt:1: a change without a mistake"),
+        (f"{FITTING}[a.cpp]\n+one\n", "tests/mistakes.txt:9: a change without a mistake"),
         ("[a.cpp]\nwrong\n+one\n", "tests/mistakes.txt:3: a text that replaces nothing"),
-        ("wrong\n-a\n+b\n", "tests/mistakes.txt:1: a mistake in no file"),
+        ("wrong\n-a\n+b\n", "tests/mistakes.txt:1: a mistake without a file"),
         ("# None.\n", "no mistake has “” in its file or name"),
     ],
 )

@@ -45,7 +45,7 @@ def test_a_quote_that_does_not_hold_is_named_and_left_alone(tree):
     refused = quotes(tree, "--check")
     assert refused.returncode == 1
     assert refused.stderr == (
-        "quotes: README.md quotes what the files do not say; this command writes it: "
+        "quotes: README.md differs from the files that it quotes; this updates it: "
         "scripts/quotes\n"
     )
     assert (tree / "README.md").read_text() == stale
