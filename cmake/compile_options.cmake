@@ -1,12 +1,12 @@
-# Interface target that every target of this project links: warnings are errors, and every image
-# has dynamic base, high-entropy addresses and NX.
+# vorlen_options: an interface target that every target of this project links. Warnings are errors.
+# Every image has dynamic base, high-entropy addresses and NX.
 add_library(vorlen_options INTERFACE)
 target_compile_features(vorlen_options INTERFACE cxx_std_20)
 target_compile_definitions(vorlen_options INTERFACE
     UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN WINVER=0x0A00 _WIN32_WINNT=0x0A00)
 
 if(MSVC)
-    # /EHs: the C exports may throw where they say so.
+    # /EHs: functions with C linkage may throw.
     target_compile_options(vorlen_options INTERFACE /W4 /WX /utf-8 /permissive- /EHs /Zi)
     target_link_options(vorlen_options INTERFACE /DEBUG /DYNAMICBASE /HIGHENTROPYVA /NXCOMPAT)
     return()
@@ -31,8 +31,8 @@ else()
         -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,-s)
 endif()
 
-# vorlen_image(<target>): the options of every linked image, and a PDB beside it. The image names
-# its PDB without the folder of the build.
+# vorlen_image(<target>): the options of a library or program. Clang also writes a PDB into the
+# same folder; the image contains the PDB's name without the build folder.
 function(vorlen_image target)
     target_link_libraries(${target} PRIVATE vorlen_options)
     get_target_property(type ${target} TYPE)

@@ -1,5 +1,6 @@
-# Header-only libraries come from the host's packages. The host's include folder itself must stay
-# out of a build for Windows, so that each library's own folder is copied into the build.
+# vorlen_header_only_library(<name> <folder>): a header-only library from the packages of the build
+# machine. The folder is copied into the build, because /usr/include as an include path would add
+# the build machine's C headers to a build for Windows.
 function(vorlen_header_only_library name folder)
     add_library(${name} INTERFACE)
     find_path(${name}_ROOT NAMES ${folder} PATHS /usr/include NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)

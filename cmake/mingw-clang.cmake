@@ -7,7 +7,7 @@ set(CMAKE_C_COMPILER_TARGET x86_64-w64-mingw32)
 set(CMAKE_CXX_COMPILER_TARGET x86_64-w64-mingw32)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 
-# Clang brings no C++ library for this target: it uses GCC's, whose headers it has to be shown.
+# Clang has no C++ library for this target. It uses GCC's, whose header folders are given here.
 execute_process(
     COMMAND x86_64-w64-mingw32-g++-posix -print-libgcc-file-name
     OUTPUT_VARIABLE libgcc OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
