@@ -25,7 +25,7 @@ double fileSize() {
 
 double mappedSize() {
     const tests::ModuleUnderTest module;
-    return tests::LoadedImage(module.image()).optionalHeader().SizeOfImage;
+    return simulation::LoadedImage(module.image()).optionalHeader().SizeOfImage;
 }
 
 // The bytes in use of the C library's heap, which the library shares with its host.

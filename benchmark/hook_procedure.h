@@ -11,7 +11,7 @@ namespace bench {
 class HookProcedure {
 public:
     explicit HookProcedure(HMODULE image)
-        : redirect(image, "SetWinEventHook", tests::addressOf(install)) {
+        : redirect(image, "SetWinEventHook", simulation::addressOf(install)) {
         original = reinterpret_cast<decltype(original)>(redirect.original());
     }
 
@@ -31,7 +31,7 @@ private:
 
     static inline WINEVENTPROC procedure = nullptr;
     static inline decltype(&SetWinEventHook) original = nullptr;
-    tests::ImportRedirect redirect;
+    simulation::ImportRedirect redirect;
 };
 
 } // namespace bench

@@ -15,7 +15,7 @@ BOOL CALLBACK append(HMONITOR monitor, HDC, RECT*, LPARAM parameter) {
 
 HostMonitorList::HostMonitorList(HMODULE image) {
     const auto resolve = [image]<typename Function>(Function*& function, const char* name) {
-        function = reinterpret_cast<Function*>(tests::importedFunction(image, name));
+        function = reinterpret_cast<Function*>(simulation::importedFunction(image, name));
     };
     resolve(enumDisplayMonitors, "EnumDisplayMonitors");
     resolve(getMonitorInfo, "GetMonitorInfoW");

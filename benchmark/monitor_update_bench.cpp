@@ -33,7 +33,7 @@ public:
 
     // Calls the library's functions for one monitor: each call reads the display configuration.
     void askForEach() {
-        for (const tests::SimulatedMonitor& monitor : desktop.monitors.all) {
+        for (const simulation::SimulatedMonitor& monitor : desktop.monitors.all) {
             use(getMonitorName(monitor.handle).data());
             use(getMonitorPath(monitor.handle).data());
         }

@@ -66,16 +66,16 @@ PlainWindows::PlainWindows(HMODULE image, std::size_t count) {
     const auto replace = [&](const char* name, void* replacement) {
         redirects.emplace_back(image, name, replacement);
     };
-    replace("EnumWindows", tests::addressOf(enumerate));
-    replace("GetWindowTextLengthW", tests::addressOf(getTextLength));
-    replace("GetWindowTextW", tests::addressOf(getText));
-    replace("GetClassNameW", tests::addressOf(getClassName));
-    replace("GetWindowLongW", tests::addressOf(getLong));
-    replace("GetAncestor", tests::addressOf(getAncestor));
-    replace("IsWindow", tests::addressOf(yes));
-    replace("IsWindowVisible", tests::addressOf(yes));
-    replace("GetShellWindow", tests::addressOf(getShellWindow));
-    replace("SendMessageW", tests::addressOf(takeMessage));
+    replace("EnumWindows", simulation::addressOf(enumerate));
+    replace("GetWindowTextLengthW", simulation::addressOf(getTextLength));
+    replace("GetWindowTextW", simulation::addressOf(getText));
+    replace("GetClassNameW", simulation::addressOf(getClassName));
+    replace("GetWindowLongW", simulation::addressOf(getLong));
+    replace("GetAncestor", simulation::addressOf(getAncestor));
+    replace("IsWindow", simulation::addressOf(yes));
+    replace("IsWindowVisible", simulation::addressOf(yes));
+    replace("GetShellWindow", simulation::addressOf(getShellWindow));
+    replace("SendMessageW", simulation::addressOf(takeMessage));
 }
 
 HWND PlainWindows::handle(std::size_t n) {

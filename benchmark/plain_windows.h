@@ -20,7 +20,7 @@ public:
     static HWND handle(std::size_t n);
 
 private:
-    std::deque<tests::ImportRedirect> redirects;
+    std::deque<simulation::ImportRedirect> redirects;
 };
 
 } // namespace bench

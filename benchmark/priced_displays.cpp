@@ -138,7 +138,7 @@ PricedDisplays::PricedDisplays(HMODULE image, const std::map<std::string, double
         using Replacement = Priced<identity, Function>;
         Replacement::price = share * prices.at(name);
         const auto& redirect =
-            redirects.emplace_back(image, name, tests::addressOf(Replacement::call));
+            redirects.emplace_back(image, name, simulation::addressOf(Replacement::call));
         Replacement::original = reinterpret_cast<Function*>(redirect.original());
     };
     replace("EnumDisplayMonitors", Priced<0, decltype(EnumDisplayMonitors)>());

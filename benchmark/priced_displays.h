@@ -26,7 +26,7 @@ public:
     static std::size_t calls();
 
 private:
-    std::deque<tests::ImportRedirect> redirects;
+    std::deque<simulation::ImportRedirect> redirects;
 };
 
 } // namespace bench

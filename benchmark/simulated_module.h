@@ -26,7 +26,7 @@ struct SimulatedModule {
     }
 
     tests::ModuleUnderTest module;
-    tests::SimulatedDesktop desktop{module.image()};
+    simulation::SimulatedDesktop desktop{module.image()};
 };
 
 } // namespace bench
