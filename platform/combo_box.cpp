@@ -2,6 +2,8 @@
 
 #include <comdef.h>
 
+namespace vorlen {
+
 namespace {
 
 void send(HWND comboBox, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -24,3 +26,5 @@ void appendToComboBox(HWND comboBox, const std::wstring& text) {
 void deleteFromComboBox(HWND comboBox, std::size_t index) {
     send(comboBox, CB_DELETESTRING, index, 0);
 }
+
+} // namespace vorlen

@@ -2,6 +2,8 @@
 
 #include <system_error>
 
+namespace vorlen {
+
 namespace {
 
 BOOL findThisImage(DWORD flags, HMODULE& image) {
@@ -23,3 +25,5 @@ void pinThisImage() noexcept {
     HMODULE image = nullptr;
     findThisImage(GET_MODULE_HANDLE_EX_FLAG_PIN, image);
 }
+
+} // namespace vorlen

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace vorlen {
+
 // The image that this code is part of: the library, or a program that links its object files. Any
 // thread.
 
@@ -11,3 +13,5 @@ HMODULE referenceThisImage();
 
 // Keeps the image loaded until the process ends. Has no effect while the image is being unloaded.
 void pinThisImage() noexcept;
+
+} // namespace vorlen

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace vorlen {
+
 // A mutex for std::lock_guard. A static std::mutex of this toolchain leaks memory when the DLL is
 // unloaded (docs/platform.md); an SRWLOCK needs no memory.
 class Mutex {
@@ -12,8 +14,6 @@ public:
 private:
     SRWLOCK handle{}; // zeros are the unlocked state
 };
-
-namespace vorlen {
 
 // A lock that may be used until the process has ended. Windows ends all other threads before it
 // notifies the libraries of the end of the process. If such a thread held a std::mutex, a library

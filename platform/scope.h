@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+namespace vorlen {
+
 // The destructor restores the last-error value that the thread had at the construction.
 class LastErrorKeeper {
 public:
@@ -25,3 +27,5 @@ public:
 private:
     bool& flag;
 };
+
+} // namespace vorlen

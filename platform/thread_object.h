@@ -8,6 +8,8 @@
 #include <memory>
 #include <utility>
 
+namespace vorlen {
+
 // Binds an object to a thread: Get() returns the object on that thread until this member of the
 // object is destroyed. The object should be destroyed on the same thread. When another thread
 // destroys it, Get() returns null on both threads afterwards. Nothing here waits for a thread.
@@ -85,3 +87,5 @@ private:
 
     std::unique_ptr<Entry> entry;
 };
+
+} // namespace vorlen

@@ -5,6 +5,8 @@
 #include <system_error>
 #include <utility>
 
+namespace vorlen {
+
 // One borrowed pointer to a T per thread, null at first, in a TLS slot of Windows. libstdc++ and
 // winpthreads leak a TLS slot for thread_local when the DLL is unloaded.
 //
@@ -35,3 +37,5 @@ public:
 private:
     static inline DWORD index = TLS_OUT_OF_INDEXES;
 };
+
+} // namespace vorlen

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <utility>
 
+namespace vorlen {
+
 namespace {
 
 struct Job {
@@ -75,3 +77,5 @@ void runOnWorker(std::function<void()> task) {
         std::rethrow_exception(job->failure);
     }
 }
+
+} // namespace vorlen

@@ -61,7 +61,7 @@ private:
 
     std::deque<Plan> takeDue(Calls& calls);
 
-    mutable Mutex mutex;
+    mutable vorlen::Mutex mutex;
     std::vector<std::string> order;
     std::map<std::string, Calls> expected;
 };

@@ -43,7 +43,7 @@ private:
     static HRESULT WINAPI getUpperBound(SAFEARRAY* array, UINT dimension, LONG* bound);
 
     Journal& journal;
-    mutable Mutex mutex;
+    mutable vorlen::Mutex mutex;
     std::set<BSTR> strings;
     std::map<const VARIANTARG*, const void*> variants; // with the memory of each variant's value
     std::multiset<SAFEARRAY*> accesses;

@@ -67,7 +67,7 @@ private:
     bool isInApartment() const;
 
     Journal& journal;
-    mutable Mutex mutex;
+    mutable vorlen::Mutex mutex;
     std::map<DWORD, int> entries; // threads in the multithreaded apartment, with their entry count
     std::set<DWORD> singleThreaded;
 };

@@ -13,7 +13,7 @@
 namespace {
 
 std::map<std::wstring, std::wstring> monitorIdCache; // by device path; nothing is ever removed
-Mutex monitorIdCacheMutex;                           // held while a query runs
+vorlen::Mutex monitorIdCacheMutex;                   // held while a query runs
 
 std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devicePaths) {
     std::vector<PendingMonitorId> pending;
@@ -32,7 +32,7 @@ std::vector<PendingMonitorId> findPending(const std::vector<std::wstring>& devic
 // On a worker thread, because the query needs a thread that is not in an apartment yet.
 std::map<std::wstring, std::wstring> query(const std::vector<PendingMonitorId>& pending) {
     const auto results = std::make_shared<std::map<std::wstring, std::wstring>>();
-    runOnWorker([pending, results] { queryWmiMonitorIds(pending, *results); });
+    vorlen::runOnWorker([pending, results] { queryWmiMonitorIds(pending, *results); });
     return std::move(*results);
 }
 

@@ -16,7 +16,7 @@ MonitorList::MonitorList(bool includeAll) {
 }
 
 MonitorList* MonitorList::Get() {
-    return ThreadObject<MonitorList>::Get();
+    return vorlen::ThreadObject<MonitorList>::Get();
 }
 
 // Intended: combo boxes are not updated. They keep the names that they got when registered.
@@ -37,11 +37,11 @@ void MonitorList::RegisterComboBoxForUpdates(HWND comboBox) {
 }
 
 void MonitorList::ForceUpdateComboBox(HWND comboBox) {
-    resetComboBox(comboBox);
+    vorlen::resetComboBox(comboBox);
     // By index and with copies: the list may be updated while the combo box handles a message.
     // NOLINTNEXTLINE(modernize-loop-convert)
     for (std::size_t i = 0; i < monitors.size(); ++i) {
         const std::wstring deviceName = monitors[i].deviceName;
-        appendToComboBox(comboBox, deviceName);
+        vorlen::appendToComboBox(comboBox, deviceName);
     }
 }

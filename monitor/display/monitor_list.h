@@ -40,5 +40,5 @@ private:
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
     std::vector<MonitorInfo> monitors;
     bool includeAllDisplays = false;
-    ThreadObject<MonitorList> instance; // last member: the thread's list is cleared first
+    vorlen::ThreadObject<MonitorList> instance; // last member: the thread's list is cleared first
 };

@@ -21,7 +21,7 @@ WindowList::WindowList() {
 }
 
 WindowList* WindowList::Get() {
-    return ThreadObject<WindowList>::Get();
+    return vorlen::ThreadObject<WindowList>::Get();
 }
 
 void WindowList::Seed() {
@@ -50,7 +50,7 @@ void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG ob
         return;
     }
     // Windows may call this between a failed call of the host and its GetLastError().
-    const LastErrorKeeper lastErrorKeeper;
+    const vorlen::LastErrorKeeper lastErrorKeeper;
     try {
         if (gone ? HandleDestruction(hwnd) : HandleAppearance(hwnd)) {
             endFailureSeries();
@@ -97,7 +97,7 @@ void WindowList::AddWindow(const WindowInfo& info) {
         throw;
     }
     ++revision;
-    NotifyComboBoxes([&](HWND comboBox) { appendToComboBox(comboBox, info.title); });
+    NotifyComboBoxes([&](HWND comboBox) { vorlen::appendToComboBox(comboBox, info.title); });
 }
 
 bool WindowList::RemoveWindow(HWND hwnd) {
@@ -108,7 +108,7 @@ bool WindowList::RemoveWindow(HWND hwnd) {
     const auto index = static_cast<std::size_t>(found - windows.begin());
     windows.erase(found);
     ++revision;
-    NotifyComboBoxes([=](HWND comboBox) { deleteFromComboBox(comboBox, index); });
+    NotifyComboBoxes([=](HWND comboBox) { vorlen::deleteFromComboBox(comboBox, index); });
     return true;
 }
 
@@ -131,7 +131,7 @@ void WindowList::RegisterComboBoxForUpdates(HWND comboBox) {
 
 void WindowList::ForceUpdateComboBox(HWND comboBox) {
     const std::weak_ptr<void> alive = lifetime;
-    resetComboBox(comboBox);
+    vorlen::resetComboBox(comboBox);
     if (alive.expired()) {
         return;
     }
@@ -140,6 +140,6 @@ void WindowList::ForceUpdateComboBox(HWND comboBox) {
     // removed, and the list may be destroyed. AddWindow sends it the windows that are added.
     for (std::size_t i = 0; !alive.expired() && i < std::min(count, windows.size()); ++i) {
         const std::wstring title = windows[i].title;
-        appendToComboBox(comboBox, title);
+        vorlen::appendToComboBox(comboBox, title);
     }
 }

@@ -62,7 +62,7 @@ private:
     std::unordered_set<HWND> windowSet{8}; // the handles of windows
     std::uint64_t revision = 0;
     // In this order: the destructor releases the hook first and then clears the thread's list.
-    ThreadObject<WindowList> instance;
+    vorlen::ThreadObject<WindowList> instance;
     vorlen::EventHook hook; // null when the system installed none
     // Expires with the list: functions that run code of the host check it afterwards.
     std::shared_ptr<void> lifetime = std::make_shared<char>();

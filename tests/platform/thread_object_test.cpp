@@ -14,9 +14,9 @@ namespace {
 struct Object {
     Object() { instance.Bind(*this); }
 
-    static Object* ofThread() { return ThreadObject<Object>::Get(); }
+    static Object* ofThread() { return vorlen::ThreadObject<Object>::Get(); }
 
-    ThreadObject<Object> instance;
+    vorlen::ThreadObject<Object> instance;
 };
 
 // The slot of such objects is made once.
@@ -38,7 +38,7 @@ TEST(ObjectOfThread, is_found_on_its_thread_until_it_is_destroyed) {
 
 TEST(ObjectOfThread, is_not_touched_by_a_binding_that_was_never_made) {
     const Object object;
-    { const ThreadObject<Object> unbound; }
+    { const vorlen::ThreadObject<Object> unbound; }
     EXPECT_EQ(Object::ofThread(), &object);
 }
 

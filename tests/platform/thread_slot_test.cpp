@@ -9,7 +9,7 @@
 namespace tests {
 namespace {
 
-using IntSlot = ThreadSlot<int>;
+using IntSlot = vorlen::ThreadSlot<int>;
 
 TEST(ThreadSlot, has_a_pointer_for_each_thread_null_at_first) {
     const IntSlot slot;
