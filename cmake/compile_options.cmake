@@ -28,7 +28,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
         -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
 else()
     target_link_options(vorlen_options INTERFACE
-        -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,-s)
+        -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--gc-sections -Wl,-s)
 endif()
 
 # vorlen_image(<target>): the options of a library or program. Clang also writes a PDB into the

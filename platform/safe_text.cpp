@@ -2,6 +2,8 @@
 
 #include "platform/text.h"
 
+#include <windows.h>
+
 #include <algorithm>
 #include <array>
 
@@ -40,6 +42,14 @@ std::wstring fourHexDigits(wchar_t unit, std::wstring_view digits) {
 }
 
 } // namespace
+
+std::wstring toUtf16Lossy(std::string_view text) {
+    const int length = checkedLength(text.size());
+    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
+    std::wstring units(static_cast<std::size_t>(size), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, text.data(), length, units.data(), size);
+    return units;
+}
 
 std::string spellControls(std::string_view text) {
     std::wstring spelled;

@@ -8,6 +8,9 @@
 
 namespace vorlen {
 
+// UTF-16; a byte that is not part of a valid character becomes U+FFFD.
+std::wstring toUtf16Lossy(std::string_view text);
+
 // Replaces every character of a UTF-8 text that could control a terminal or reorder the line
 // (control characters, line and paragraph separators, bidirectional controls) by its code point,
 // such as <U+001B>. A byte that is not part of a valid character becomes U+FFFD.

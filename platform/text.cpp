@@ -10,13 +10,6 @@ namespace vorlen {
 
 namespace {
 
-int checkedLength(std::size_t size) {
-    if (size > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-        throw std::length_error("a text of more than 2 GB cannot be converted");
-    }
-    return static_cast<int>(size);
-}
-
 std::string toUtf8(std::wstring_view text, DWORD flags) {
     const int length = checkedLength(text.size());
     const int size =
@@ -30,6 +23,13 @@ std::string toUtf8(std::wstring_view text, DWORD flags) {
 
 } // namespace
 
+int checkedLength(std::size_t size) {
+    if (size > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+        throw std::length_error("a text of more than 2 GB cannot be converted");
+    }
+    return static_cast<int>(size);
+}
+
 std::string toUtf8Strict(std::wstring_view text) {
     std::string bytes = toUtf8(text, WC_ERR_INVALID_CHARS);
     // WideCharToMultiByte returns 0 for a text that is not valid UTF-16.
@@ -41,14 +41,6 @@ std::string toUtf8Strict(std::wstring_view text) {
 
 std::string toUtf8Lossy(std::wstring_view text) {
     return toUtf8(text, 0);
-}
-
-std::wstring toUtf16Lossy(std::string_view text) {
-    const int length = checkedLength(text.size());
-    const int size = MultiByteToWideChar(CP_UTF8, 0, text.data(), length, nullptr, 0);
-    std::wstring units(static_cast<std::size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, text.data(), length, units.data(), size);
-    return units;
 }
 
 std::string lowBytes(std::wstring_view text) {

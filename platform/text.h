@@ -10,14 +10,14 @@
 
 namespace vorlen {
 
+// The number of units as the system's conversions take it.
+int checkedLength(std::size_t size);
+
 // UTF-8. Throws std::range_error "bad conversion" when the text has an unpaired surrogate.
 std::string toUtf8Strict(std::wstring_view text);
 
 // UTF-8; an unpaired surrogate becomes U+FFFD.
 std::string toUtf8Lossy(std::wstring_view text);
-
-// UTF-16; a byte that is not part of a valid character becomes U+FFFD.
-std::wstring toUtf16Lossy(std::string_view text);
 
 // Intended: names for the runtime's core keep the low 8 bits of each UTF-16 unit and have no
 // encoding. ASCII characters stay unchanged.

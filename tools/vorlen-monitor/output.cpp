@@ -2,7 +2,6 @@
 
 #include "platform/file.h"
 #include "platform/safe_text.h"
-#include "platform/text.h"
 #include "tools/vorlen-monitor/failure.h"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 #include "tools/vorlen-monitor/status_command.h"
 
-#include "platform/text.h"
+#include "platform/environment.h"
+#include "platform/safe_text.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
@@ -16,12 +17,6 @@ namespace vorlen::tool {
 namespace {
 
 constexpr const wchar_t* kitModelsVariable = L"VORLEN_KIT_MODELS";
-
-std::wstring environmentText(const wchar_t* variable) {
-    std::wstring text(GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
-    text.resize(GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())));
-    return text;
-}
 
 // The text of a code; for a code that is not in the table, the text of UNKNOWN_STATUS.
 std::string messageFor(const std::unordered_map<VLStatus, std::string>& messages,

@@ -1,5 +1,6 @@
 #include "tools/vorlen-monitor/windows_command.h"
 
+#include "platform/for_each.h"
 #include "platform/text.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/records.h"
@@ -13,37 +14,10 @@
 #include <nlohmann/json.hpp>
 
 #include <array>
-#include <exception>
-#include <utility>
 
 namespace vorlen::tool {
 
 namespace {
-
-struct Handles {
-    std::vector<HWND> all;
-    std::exception_ptr failure;
-};
-
-// An exception must not cross the system's frames.
-BOOL CALLBACK collect(HWND window, LPARAM parameter) {
-    auto& handles = *reinterpret_cast<Handles*>(parameter);
-    try {
-        handles.all.push_back(window);
-    } catch (...) {
-        handles.failure = std::current_exception();
-    }
-    return handles.failure ? FALSE : TRUE;
-}
-
-std::vector<HWND> topLevelWindows() {
-    Handles handles;
-    EnumWindows(collect, reinterpret_cast<LPARAM>(&handles));
-    if (handles.failure) {
-        std::rethrow_exception(handles.failure);
-    }
-    return std::move(handles.all);
-}
 
 std::string titleOf(HWND window) {
     std::wstring title(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
@@ -75,11 +49,11 @@ std::vector<WindowRow> readAllWindows(const Service& service) {
         service.function<decltype(monitor_internal::getReasonNotCapturable)>(
             "getReasonNotCapturable");
     std::vector<WindowRow> rows;
-    for (const HWND window : topLevelWindows()) {
+    forEachWindow([&](HWND window) {
         const char* const reason = getReasonNotCapturable(window);
         rows.push_back({window, titleOf(window), classNameOf(window),
                         reason != nullptr ? std::optional<std::string>(reason) : std::nullopt});
-    }
+    });
     return rows;
 }
 
