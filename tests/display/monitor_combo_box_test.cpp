@@ -1,12 +1,12 @@
 #include "monitor/display/monitor_list.h"
 #include "tests/display/display_test.h"
+#include "tests/support/other_thread.h"
 #include "tests/support/private_member.h"
 
 #include <comdef.h>
 #include <gmock/gmock.h>
 
 #include <optional>
-#include <thread>
 
 namespace tests {
 
@@ -42,44 +42,22 @@ protected:
     HWND box = desktop.comboBoxes.add({L"left over"});
 };
 
-TEST_F(MonitorComboBox, is_emptied_and_filled_with_the_device_names_in_order) {
-    list.Update();
-    list.RegisterComboBoxForUpdates(box);
-    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1));
-}
-
 TEST_F(MonitorComboBox, is_only_emptied_before_the_first_update) {
     list.RegisterComboBoxForUpdates(box);
     EXPECT_THAT(desktop.comboBoxes.entries(box), IsEmpty());
     EXPECT_EQ(desktop.journal.count("SendMessageW"), 1u);
 }
 
-TEST_F(MonitorComboBox, shows_all_displays_last) {
-    std::vector<std::wstring> entries;
-    std::thread([&] {
+TEST_F(MonitorComboBox, shows_device_names_and_all_displays_last) {
+    onAnotherThread([this] {
         MonitorList withAllDisplays(true);
         withAllDisplays.Update();
         withAllDisplays.RegisterComboBoxForUpdates(box);
-        entries = desktop.comboBoxes.entries(box);
-    }).join();
-    EXPECT_THAT(entries, ElementsAre(display2, display1, L"All Displays"));
+    });
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1, L"All Displays"));
 }
 
-TEST_F(MonitorComboBox, keeps_what_it_shows_until_it_is_registered_again) {
-    list.Update();
-    list.RegisterComboBoxForUpdates(box);
-    desktop.journal.clear();
-    desktop.addMonitor(display3, L"C", wideMode);
-    list.Update();
-    EXPECT_EQ(desktop.journal.count("SendMessageW"), 0u);
-    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1));
-
-    list.RegisterComboBoxForUpdates(box);
-    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1, display3));
-    EXPECT_THAT(list.*memberOf(RegisteredComboBoxes{}), ElementsAre(box, box));
-}
-
-TEST_F(MonitorComboBox, does_not_touch_others_that_were_registered_before) {
+TEST_F(MonitorComboBox, is_not_touched_when_another_is_registered) {
     list.Update();
     list.RegisterComboBoxForUpdates(box);
     const HWND other = desktop.comboBoxes.add();
@@ -91,7 +69,14 @@ TEST_F(MonitorComboBox, does_not_touch_others_that_were_registered_before) {
     EXPECT_THAT(desktop.comboBoxes.entries(other), ElementsAre(display2, display1));
 }
 
-TEST_F(MonitorComboBox, that_refuses_to_be_emptied_fails_the_registration) {
+TEST_F(MonitorComboBox, is_remembered_each_time_also_when_it_fails) {
+    list.RegisterComboBoxForUpdates(box);
+    desktop.journal.fail("SendMessageW", 1, CB_ERR);
+    EXPECT_TRUE(errorOfRegistering().has_value());
+    EXPECT_THAT(list.*memberOf(RegisteredComboBoxes{}), ElementsAre(box, box));
+}
+
+TEST_F(MonitorComboBox, keeps_its_entries_when_it_cannot_be_emptied) {
     list.Update();
     desktop.journal.fail("SendMessageW", 1, CB_ERR);
     EXPECT_EQ(errorOfRegistering(), static_cast<HRESULT>(0xFFFFFFFF));
@@ -99,26 +84,13 @@ TEST_F(MonitorComboBox, that_refuses_to_be_emptied_fails_the_registration) {
     EXPECT_EQ(desktop.journal.count("SendMessageW"), 1u);
 }
 
-TEST_F(MonitorComboBox, that_has_no_room_fails_the_registration_and_keeps_what_it_has) {
+TEST_F(MonitorComboBox, keeps_the_entries_before_one_that_fails) {
+    desktop.addMonitor(display3, L"C", smallMode);
     list.Update();
     desktop.journal.fail("SendMessageW", 3, CB_ERRSPACE);
     EXPECT_EQ(errorOfRegistering(), static_cast<HRESULT>(0xFFFFFFFE));
     EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2));
     EXPECT_EQ(desktop.journal.count("SendMessageW"), 3u);
-}
-
-TEST_F(MonitorComboBox, that_fails_in_the_middle_is_not_filled_further) {
-    list.Update();
-    desktop.journal.fail("SendMessageW", 2, CB_ERR);
-    EXPECT_EQ(errorOfRegistering(), static_cast<HRESULT>(0xFFFFFFFF));
-    EXPECT_THAT(desktop.comboBoxes.entries(box), IsEmpty());
-    EXPECT_EQ(desktop.journal.count("SendMessageW"), 2u);
-}
-
-TEST_F(MonitorComboBox, that_failed_is_remembered_all_the_same) {
-    desktop.journal.fail("SendMessageW", 1, CB_ERR);
-    EXPECT_TRUE(errorOfRegistering().has_value());
-    EXPECT_THAT(list.*memberOf(RegisteredComboBoxes{}), ElementsAre(box));
 }
 
 TEST_F(MonitorComboBox, fails_by_the_low_half_of_its_reply) {
@@ -128,7 +100,7 @@ TEST_F(MonitorComboBox, fails_by_the_low_half_of_its_reply) {
     EXPECT_EQ(errorOfRegistering(), std::nullopt);
 }
 
-TEST_F(MonitorComboBox, that_was_destroyed_is_no_error) {
+TEST_F(MonitorComboBox, may_be_destroyed_before_it_is_registered) {
     list.Update();
     desktop.comboBoxes.box(box).destroyed = true;
     EXPECT_EQ(errorOfRegistering(), std::nullopt);

@@ -1,4 +1,5 @@
-// What the objects linked into this program make once, on first use, is made before the first test.
+// Makes what the linked objects make once, on first use, before the first test: no test has to
+// account for it.
 
 #include "monitor/display/monitor_list.h"
 
