@@ -1,11 +1,10 @@
 #include "tests/fixtures/module_test.h"
+#include "tests/fixtures/service_members.h"
 
-#include <gmock/gmock.h>
-
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
-#include <type_traits>
 
 namespace tests {
 namespace {
@@ -13,116 +12,134 @@ namespace {
 constexpr auto smallest = std::numeric_limits<std::int32_t>::min();
 constexpr auto largest = std::numeric_limits<std::int32_t>::max();
 
-// The caller's array, full of a byte that the library never writes by chance.
+// The caller's array, full of a byte that the library never writes by chance. The list of windows
+// is copied by the same template: WindowListExport shows only that it is used.
 class MonitorListExport : public RunningModuleTest {
 protected:
-    static constexpr unsigned char untouched = 0xC5;
-    static constexpr std::size_t stride = 800;
+    MonitorListExport() { reset(); }
 
-    MonitorListExport() { bytes.fill(untouched); }
+    void reset() { std::memset(items.data(), untouched, sizeof(items)); }
 
     int copy(std::int32_t capacity) {
-        auto* const items = static_cast<MonitorListItem*>(static_cast<void*>(bytes.data()));
-        return module.exports->getMonitorList(items, capacity);
+        return module.exports->getMonitorList(items.data(), capacity);
     }
 
-    template <typename Value>
-    Value at(std::size_t offset) const {
-        static_assert(std::is_trivially_copyable_v<Value>);
-        Value value;
-        std::memcpy(&value, bytes.data() + offset, sizeof(value));
-        return value;
+    // Whether the records from this one on are as they were.
+    bool isUntouchedFrom(std::size_t record) const {
+        return areUntouched(items.data() + record, items.data() + items.size());
     }
 
-    std::wstring textAt(std::size_t offset) const {
-        return at<std::array<wchar_t, 128>>(offset).data();
-    }
-
-    bool isUntouched(std::size_t from, std::size_t to) const {
-        return std::all_of(bytes.begin() + static_cast<std::ptrdiff_t>(from),
-                           bytes.begin() + static_cast<std::ptrdiff_t>(to),
+    static bool areUntouched(const void* from, const void* to) {
+        return std::all_of(static_cast<const unsigned char*>(from),
+                           static_cast<const unsigned char*>(to),
                            [](unsigned char byte) { return byte == untouched; });
     }
 
-    alignas(MonitorListItem) std::array<unsigned char, 4 * stride> bytes;
+    static constexpr unsigned char untouched = 0xC5;
+    std::array<MonitorListItem, 4> items;
 };
 
-TEST_F(MonitorListExport, tells_the_number_of_monitors_without_an_array_whatever_the_capacity) {
+// Promise (getMonitorList): Without an array (`items` is null) it returns the number of monitors,
+// whatever `capacity` is. `getWindowList` does the same with windows.
+TEST_F(MonitorListExport, returns_the_number_of_monitors_without_an_array) {
     for (const std::int32_t capacity : {0, 1, 3, 100, -3, smallest, largest}) {
         EXPECT_EQ(module.exports->getMonitorList(nullptr, capacity), 3) << capacity;
     }
 }
 
-TEST_F(MonitorListExport, writes_nothing_for_a_capacity_of_zero) {
-    EXPECT_EQ(copy(0), 0);
-    EXPECT_TRUE(isUntouched(0, bytes.size()));
-}
-
-TEST_F(MonitorListExport, returns_a_negative_capacity_and_writes_nothing) {
-    for (const std::int32_t capacity : {-1, -3, smallest}) {
+// Promise (getMonitorList): With an array, a `capacity` of 0 or less is returned unchanged and
+// nothing is written. `getWindowList` does the same.
+TEST_F(MonitorListExport, returns_a_capacity_of_0_or_less_and_writes_nothing) {
+    for (const std::int32_t capacity : {0, -1, -3, smallest}) {
         EXPECT_EQ(copy(capacity), capacity);
-        EXPECT_TRUE(isUntouched(0, bytes.size()));
+        EXPECT_TRUE(isUntouchedFrom(0));
     }
 }
 
-TEST_F(MonitorListExport, writes_the_first_two_of_three_where_two_fit) {
+TEST_F(MonitorListExport, writes_the_first_monitors_that_fit) {
     EXPECT_EQ(copy(2), 2);
-    EXPECT_EQ(textAt(8), display2);
-    EXPECT_EQ(textAt(stride + 8), display1);
-    EXPECT_TRUE(isUntouched(2 * stride, bytes.size()));
+    EXPECT_STREQ(items[0].deviceName, display2);
+    EXPECT_STREQ(items[1].deviceName, display1);
+    EXPECT_TRUE(isUntouchedFrom(2));
 }
 
-TEST_F(MonitorListExport, writes_all_of_them_and_no_more_where_more_fit) {
+TEST_F(MonitorListExport, writes_nothing_behind_the_last_monitor) {
     for (const std::int32_t capacity : {3, 4, largest}) {
-        bytes.fill(untouched);
+        reset();
         EXPECT_EQ(copy(capacity), 3);
-        EXPECT_EQ(textAt(2 * stride + 8), display3);
-        EXPECT_TRUE(isUntouched(3 * stride, bytes.size()));
+        EXPECT_STREQ(items[2].deviceName, display3);
+        EXPECT_TRUE(isUntouchedFrom(3));
     }
 }
 
-TEST_F(MonitorListExport, puts_every_field_at_its_offset) {
+// Promise (getMonitorList): The four bytes of padding at the end of each record keep what the
+// caller had there.
+TEST_F(MonitorListExport, fills_every_field_but_not_the_padding) {
     ASSERT_EQ(copy(3), 3);
     const std::array<DisplayMode, 3> modes{smallMode, wideMode, {5760, 0, 1024, 768, 59}};
-    const std::array<std::wstring, 3> models{L"Model B", L"Model A", L"Model C"};
+    const std::array<const wchar_t*, 3> models{L"Model B", L"Model A", L"Model C"};
     for (std::size_t i = 0; i < 3; ++i) {
-        const std::size_t record = i * stride;
-        EXPECT_EQ(at<HMONITOR>(record + 0), desktop.monitors.all[i].handle);
-        EXPECT_EQ(textAt(record + 8), desktop.monitors.all[i].deviceName);
-        EXPECT_EQ(textAt(record + 264), models[i]);
-        EXPECT_EQ(textAt(record + 520), L"");
-        EXPECT_EQ(at<std::int32_t>(record + 776), modes[i].x);
-        EXPECT_EQ(at<std::int32_t>(record + 780), modes[i].y);
-        EXPECT_EQ(at<std::uint32_t>(record + 784), modes[i].width);
-        EXPECT_EQ(at<std::uint32_t>(record + 788), modes[i].height);
-        EXPECT_EQ(at<std::uint32_t>(record + 792), modes[i].frequency);
+        EXPECT_EQ(items[i].handle, desktop.monitors.all[i].handle);
+        EXPECT_EQ(items[i].deviceName, desktop.monitors.all[i].deviceName);
+        EXPECT_STREQ(items[i].friendlyName, models[i]);
+        EXPECT_STREQ(items[i].monitorId, L"");
+        EXPECT_EQ(items[i].x, modes[i].x);
+        EXPECT_EQ(items[i].y, modes[i].y);
+        EXPECT_EQ(items[i].width, static_cast<std::int32_t>(modes[i].width));
+        EXPECT_EQ(items[i].height, static_cast<std::int32_t>(modes[i].height));
+        EXPECT_EQ(items[i].refreshRate, static_cast<std::int32_t>(modes[i].frequency));
+        EXPECT_TRUE(areUntouched(&items[i].refreshRate + 1, &items[i + 1]));
     }
 }
 
-TEST_F(MonitorListExport, leaves_the_padding_of_each_record_as_it_was) {
-    copy(3);
-    for (std::size_t record = 0; record < 3 * stride; record += stride) {
-        EXPECT_TRUE(isUntouched(record + 796, record + stride));
+// A text without repetition, so that a shifted copy shows.
+std::wstring textOf(std::size_t length, wchar_t first) {
+    std::wstring text;
+    for (std::size_t i = 0; i < length; ++i) {
+        text += static_cast<wchar_t>(first + i);
+    }
+    return text;
+}
+
+TEST_F(MonitorListExport, cuts_texts_at_127_units_and_fills_up_with_zeros) {
+    const auto expectField = [](const VLChar16(&field)[128], const std::wstring& text) {
+        std::wstring expected = text.substr(0, 127);
+        expected.resize(128, L'\0');
+        EXPECT_EQ(std::wstring(field, 128), expected) << text.size();
+    };
+    for (const std::size_t length : {0u, 1u, 126u, 127u, 128u, 1000u}) {
+        // Longer than any text that the display configuration knows.
+        vorlen::ui::MonitorInfo& cached = cachedMonitors(service()).at(0);
+        cached.deviceName = textOf(length, 0x3041);
+        cached.friendlyName = textOf(length, 0x4E00);
+        cached.monitorId = textOf(length, 0xAC00);
+        reset();
+        ASSERT_EQ(copy(1), 1);
+        expectField(items[0].deviceName, cached.deviceName);
+        expectField(items[0].friendlyName, cached.friendlyName);
+        expectField(items[0].monitorId, cached.monitorId);
     }
 }
 
-TEST_F(MonitorListExport, has_empty_names_until_the_configuration_can_be_read_again) {
+// Promise (getMonitorList): While the display configuration cannot be read, `friendlyName` is
+// empty. The next refresh that can read it fills it in.
+TEST_F(MonitorListExport, has_no_names_until_the_configuration_can_be_read) {
     desktop.journal.fail("QueryDisplayConfig", 1, ERROR_GEN_FAILURE);
     module.exports->updateMonitorList();
     EXPECT_EQ(copy(3), 3);
-    EXPECT_EQ(textAt(264), L"");
+    EXPECT_STREQ(items[0].friendlyName, L"");
     module.exports->updateMonitorList();
     EXPECT_EQ(copy(3), 3);
-    EXPECT_EQ(textAt(264), L"Model B");
+    EXPECT_STREQ(items[0].friendlyName, L"Model B");
 }
 
-TEST_F(MonitorListExport, is_empty_where_there_is_no_monitor) {
+TEST_F(MonitorListExport, is_empty_without_monitors) {
     desktop.monitors.all.clear();
     module.exports->updateMonitorList();
     EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 0);
     EXPECT_EQ(copy(4), 0);
     EXPECT_EQ(copy(-3), -3);
-    EXPECT_TRUE(isUntouched(0, bytes.size()));
+    EXPECT_TRUE(isUntouchedFrom(0));
 }
 
 } // namespace

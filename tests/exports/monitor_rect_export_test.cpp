@@ -18,43 +18,39 @@ protected:
     }
 };
 
-TEST_F(MonitorRectExport, is_corner_and_size_of_the_monitor_at_the_cores_index) {
+TEST_F(MonitorRectExport, returns_corner_and_size_of_the_current_monitor) {
     module.runtime.setMonitorIndex(1);
     expectRect(wideMode);
     module.runtime.setMonitorIndex(0);
     expectRect(smallMode);
 }
 
-TEST_F(MonitorRectExport, is_all_zeros_behind_the_last_monitor) {
-    for (const std::int32_t index : {3, 4, std::numeric_limits<std::int32_t>::max()}) {
+// Promise (Names and rectangle): `getMonitorRect` returns all zeros when the runtime's index of the
+// current monitor is negative or not below the number of monitors.
+TEST_F(MonitorRectExport, returns_zeros_for_an_index_outside_of_the_list) {
+    for (const std::int32_t index : {-1, -2, std::numeric_limits<std::int32_t>::min(), 3, 4,
+                                     std::numeric_limits<std::int32_t>::max()}) {
         module.runtime.setMonitorIndex(index);
         expectRect({0, 0, 0, 0, 0});
     }
 }
 
-TEST_F(MonitorRectExport, does_not_remember_a_monitor_that_has_gone_from_the_end_of_the_list) {
+TEST_F(MonitorRectExport, returns_zeros_for_a_monitor_that_was_removed) {
     desktop.monitors.all.pop_back();
     module.exports->updateMonitorList();
     module.runtime.setMonitorIndex(2);
     expectRect({0, 0, 0, 0, 0});
 }
 
-TEST_F(MonitorRectExport, is_all_zeros_for_a_negative_index) {
-    for (const std::int32_t index : {-1, -2, std::numeric_limits<std::int32_t>::min()}) {
-        module.runtime.setMonitorIndex(index);
-        expectRect({0, 0, 0, 0, 0});
-    }
-}
-
-TEST_F(MonitorRectExport, is_all_zeros_without_monitors) {
+TEST_F(MonitorRectExport, returns_zeros_without_monitors) {
     desktop.monitors.all.clear();
     module.exports->updateMonitorList();
     module.runtime.setMonitorIndex(0);
-    // Reading anew, as an empty list is at each call, clears the core's index, too.
+    // An empty list is read again at each call, which also clears the core's index.
     expectRect({0, 0, 0, 0, 0});
 }
 
-TEST_F(MonitorRectExport, follows_the_monitor_that_the_core_recognises_when_it_is_read_anew) {
+TEST_F(MonitorRectExport, follows_the_monitor_that_a_refresh_finds) {
     module.runtime.makeModelKnown("Model A");
     desktop.monitors.all[1].mode = DisplayMode{10, 20, 7680, 4320, 60};
     desktop.clock.advance(500ms);

@@ -1,4 +1,5 @@
 #include "tests/fixtures/module_test.h"
+#include "tests/identification/guarded_memory.h"
 
 #include <gmock/gmock.h>
 
@@ -19,9 +20,16 @@ protected:
         module.runtime.setMonitorName("the name");
         module.runtime.setMonitorModelName("the model");
     }
+
+    void setModelName(const GuardedMemory& name, std::int32_t length) const {
+        module.exports->setVorlenMonitorModelName(reinterpret_cast<const char*>(name.data()),
+                                                  length);
+    }
 };
 
-TEST_F(NameExports, hand_out_the_runtimes_own_texts) {
+// Promise (Names and rectangle): `getMonitorModelName` returns the name of the current monitor, and
+// not its model name, which `getVorlenMonitorModelName` returns. Both texts are the runtime's own.
+TEST_F(NameExports, return_the_runtimes_name_and_model_name) {
     EXPECT_STREQ(module.exports->getMonitorModelName(), "the name");
     EXPECT_EQ(module.exports->getMonitorModelName(), module.runtime.monitorName().c_str());
     EXPECT_STREQ(module.exports->getVorlenMonitorModelName(), "the model");
@@ -29,29 +37,7 @@ TEST_F(NameExports, hand_out_the_runtimes_own_texts) {
               module.runtime.monitorModelName().c_str());
 }
 
-TEST_F(NameExports, ask_the_core_anew_at_each_call) {
-    module.exports->getMonitorModelName();
-    module.exports->getMonitorModelName();
-    module.exports->getVorlenMonitorModelName();
-    EXPECT_THAT(core.names(), ElementsAre("Instance", "GetMonitorName", "Instance",
-                                          "GetMonitorName", "Instance", "GetMonitorModelName"));
-}
-
-TEST_F(NameExports, give_the_model_name_without_reading_the_monitors_however_old_they_are) {
-    desktop.clock.advance(1h);
-    EXPECT_STREQ(module.exports->getVorlenMonitorModelName(), "the model");
-    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
-}
-
-TEST_F(NameExports, give_the_model_name_without_reading_the_monitors_even_if_there_are_none) {
-    desktop.monitors.all.clear();
-    module.exports->updateMonitorList();
-    desktop.journal.clear();
-    EXPECT_STREQ(module.exports->getVorlenMonitorModelName(), "the model");
-    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
-}
-
-TEST_F(NameExports, give_the_current_monitors_name_after_the_monitors_were_read_anew) {
+TEST_F(NameExports, return_the_name_that_a_refresh_finds) {
     module.runtime.setMonitorName("");
     module.runtime.makeModelKnown("Kit");
     desktop.displayPaths.all[1].friendlyName = L"Kit 32";
@@ -59,54 +45,49 @@ TEST_F(NameExports, give_the_current_monitors_name_after_the_monitors_were_read_
     EXPECT_STREQ(module.exports->getMonitorModelName(), "Kit 32");
 }
 
-class ModelNameSetter : public RunningModuleTest {};
+// Promise (Names and rectangle): `getVorlenMonitorModelName` never reads the monitors, however old
+// their list is and even if it is empty.
+TEST_F(NameExports, return_the_model_name_without_reading_the_monitors) {
+    desktop.clock.advance(1h);
+    EXPECT_STREQ(module.exports->getVorlenMonitorModelName(), "the model");
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
 
-TEST_F(ModelNameSetter, takes_as_many_bytes_as_it_is_told) {
-    module.exports->setVorlenMonitorModelName("Kit 32 and more", 6);
+    desktop.monitors.all.clear();
+    module.exports->updateMonitorList();
+    desktop.journal.clear();
+    EXPECT_STREQ(module.exports->getVorlenMonitorModelName(), "the model");
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
+}
+
+// Promise (Names and rectangle): `setVorlenMonitorModelName` copies exactly `length` bytes. The
+// name need not be terminated, and zero bytes inside are kept.
+TEST_F(NameExports, copy_a_model_name_of_exactly_its_length) {
+    std::string bytes(4'096, 'n');
+    bytes[1'000] = '\0';
+    bytes[4'095] = '\xFF';
+    setModelName(GuardedMemory(bytes.data(), bytes.size()), 4'096);
+    EXPECT_EQ(module.runtime.monitorModelName(), bytes);
+    setModelName(GuardedMemory("Kit 32 and more", 15), 6);
     EXPECT_EQ(module.runtime.monitorModelName(), "Kit 32");
 }
 
-TEST_F(ModelNameSetter, keeps_zero_bytes_inside_and_all_other_bytes) {
-    const char bytes[] = {'a', '\0', '\xE9', '\0', '\xFF'};
-    module.exports->setVorlenMonitorModelName(bytes, sizeof(bytes));
-    EXPECT_EQ(module.runtime.monitorModelName(), std::string(bytes, sizeof(bytes)));
+TEST_F(NameExports, set_an_empty_model_name_without_reading_it) {
+    setModelName(GuardedMemory("", 0), 0);
+    module.exports->setVorlenMonitorModelName(nullptr, 0);
+    EXPECT_THAT(core.texts, ElementsAre("", ""));
 }
 
-TEST_F(ModelNameSetter, copies_the_bytes) {
-    std::string name = "Kit";
-    module.exports->setVorlenMonitorModelName(name.data(), 3);
-    name = "XXX";
-    EXPECT_EQ(module.runtime.monitorModelName(), "Kit");
-}
-
-TEST_F(ModelNameSetter, takes_an_empty_name) {
-    module.exports->setVorlenMonitorModelName("Kit", 3);
-    module.exports->setVorlenMonitorModelName("ignored", 0);
-    EXPECT_EQ(module.runtime.monitorModelName(), "");
-    EXPECT_THAT(core.texts, ElementsAre("Kit", ""));
-}
-
-TEST_F(ModelNameSetter, refuses_a_negative_length_and_keeps_the_name) {
-    module.exports->setVorlenMonitorModelName("Kit", 3);
+// Promise (Names and rectangle): A negative length of `setVorlenMonitorModelName` leaves as
+// `std::length_error`, also without a name. The model name stays as it was.
+TEST_F(NameExports, refuse_a_negative_length_and_keep_the_model_name) {
     for (const std::int32_t length : {-1, -3, std::numeric_limits<std::int32_t>::min()}) {
         EXPECT_THROW(module.exports->setVorlenMonitorModelName("text", length), std::length_error);
+        EXPECT_THROW(module.exports->setVorlenMonitorModelName(nullptr, length), std::length_error);
     }
-    EXPECT_EQ(module.runtime.monitorModelName(), "Kit");
+    EXPECT_EQ(module.runtime.monitorModelName(), "the model");
 }
 
-TEST_F(ModelNameSetter, refuses_a_negative_length_also_without_a_text) {
-    module.exports->setVorlenMonitorModelName("Kit", 3);
-    EXPECT_THROW(module.exports->setVorlenMonitorModelName(nullptr, -1), std::length_error);
-    EXPECT_EQ(module.runtime.monitorModelName(), "Kit");
-}
-
-TEST_F(ModelNameSetter, takes_an_empty_name_without_a_text) {
-    module.exports->setVorlenMonitorModelName("Kit", 3);
-    module.exports->setVorlenMonitorModelName(nullptr, 0);
-    EXPECT_THAT(core.texts, ElementsAre("Kit", ""));
-}
-
-TEST_F(ModelNameSetter, sets_nothing_but_the_model_name_and_reads_no_monitor) {
+TEST_F(NameExports, set_nothing_but_the_model_name_and_read_no_monitor) {
     desktop.clock.advance(1h);
     module.exports->setVorlenMonitorModelName("Kit", 3);
     EXPECT_THAT(core.names(), ElementsAre("Instance", "SetMonitorModelName"));

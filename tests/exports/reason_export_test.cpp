@@ -1,4 +1,3 @@
-#include "tests/support/other_thread.h"
 #include "tests/support/signal.h"
 #include "tests/windows/window_module_test.h"
 
@@ -18,11 +17,11 @@ protected:
     SimulatedWindow& window = add(L"a");
 };
 
-TEST_F(ReasonExport, is_null_for_a_window_that_is_capturable) {
+TEST_F(ReasonExport, is_null_for_a_capturable_window) {
     EXPECT_EQ(reason(), nullptr);
 }
 
-TEST_F(ReasonExport, names_what_keeps_a_window_out) {
+TEST_F(ReasonExport, names_the_first_test_that_the_window_fails) {
     window.style |= WS_DISABLED;
     EXPECT_STREQ(reason(), "disabled");
     window.visible = false;
@@ -33,7 +32,9 @@ TEST_F(ReasonExport, names_what_keeps_a_window_out) {
     EXPECT_STREQ(reason(), "no title");
 }
 
-TEST_F(ReasonExport, is_a_missing_title_for_what_is_no_window) {
+// Promise (diagnostics.h): For a handle that is not a window, `getReasonNotCapturable` returns "no
+// title".
+TEST_F(ReasonExport, is_no_title_for_a_handle_that_is_not_a_window) {
     window.alive = false;
     EXPECT_STREQ(reason(), "no title");
     EXPECT_STREQ(module.exports->getReasonNotCapturable(nullptr), "no title");
@@ -47,7 +48,7 @@ TEST_F(ReasonExport, looks_at_the_window_as_it_is_now) {
     EXPECT_THAT(titles(), ElementsAre(L"a"));
 }
 
-TEST_F(ReasonExport, is_the_same_with_without_and_after_a_service) {
+TEST_F(ReasonExport, is_the_same_before_during_and_after_a_service) {
     window.extendedStyle |= WS_EX_TOOLWINDOW;
     const char* const before = reason();
     EXPECT_STREQ(before, "tool window");
@@ -57,24 +58,17 @@ TEST_F(ReasonExport, is_the_same_with_without_and_after_a_service) {
     EXPECT_EQ(reason(), before);
 }
 
-TEST_F(ReasonExport, may_be_asked_for_on_any_thread) {
-    module.init();
-    window.root = nullptr;
-    const char* const reason = onAnotherThread([this] { return reason(); });
-    EXPECT_STREQ(reason, "not a root window");
-}
-
-TEST_F(ReasonExport, is_right_on_threads_that_ask_at_the_same_time) {
+TEST_F(ReasonExport, may_be_asked_for_on_several_threads_at_once) {
     window.title = L"Task View";
     window.className = L"Windows.UI.Core.CoreWindow";
     Gate allReady(2);
-    const auto refusalAtTheGate = [&] {
+    const auto reasonAtTheGate = [&] {
         allReady.pass();
         return reason();
     };
     const char* reasons[2] = {};
-    std::thread other([&] { reasons[0] = refusalAtTheGate(); });
-    reasons[1] = refusalAtTheGate();
+    std::thread other([&] { reasons[0] = reasonAtTheGate(); });
+    reasons[1] = reasonAtTheGate();
     other.join();
     EXPECT_STREQ(reasons[0], "blocked");
     EXPECT_STREQ(reasons[1], "blocked");

@@ -1,10 +1,8 @@
 #include "tests/fixtures/module_test.h"
 
-#include <comdef.h>
 #include <gmock/gmock.h>
 
 #include <limits>
-#include <thread>
 
 namespace tests {
 namespace {
@@ -12,25 +10,49 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// The functions that work on the monitor list of the calling thread.
-class ThreadsMonitorList : public RunningModuleTest {
+constexpr auto smallest = std::numeric_limits<std::int32_t>::min();
+constexpr auto largest = std::numeric_limits<std::int32_t>::max();
+
+// The functions that work on the lists of the calling thread: three monitors and two windows. On
+// another thread: WrongThread.
+class WindowEnumWrapperTable : public RunningModuleTest {
 protected:
+    void SetUp() override {
+        a = desktop.windows.add(L"a").handle;
+        b = desktop.windows.add(L"b").handle;
+        RunningModuleTest::SetUp();
+    }
+
     const vorlen::WindowEnumWrapper table = module.windowEnumWrapper();
+    HWND box = desktop.comboBoxes.add({L"left over"});
+    HWND a = nullptr;
+    HWND b = nullptr;
 };
 
-TEST_F(ThreadsMonitorList, gives_a_handle_by_index) {
+TEST_F(WindowEnumWrapperTable, returns_the_monitor_at_an_index_and_reads_nothing) {
     EXPECT_EQ(table.getMonitorHandle(0), desktop.monitors.all[0].handle);
     EXPECT_EQ(table.getMonitorHandle(2), desktop.monitors.all[2].handle);
-}
-
-TEST_F(ThreadsMonitorList, gives_null_for_an_index_beyond_it) {
-    for (const std::int32_t index : {-1, 3, 4, std::numeric_limits<std::int32_t>::min(),
-                                     std::numeric_limits<std::int32_t>::max()}) {
+    for (const std::int32_t index : {-1, 3, 4, smallest, largest}) {
         EXPECT_EQ(table.getMonitorHandle(index), nullptr) << index;
     }
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
 }
 
-TEST_F(ThreadsMonitorList, is_read_anew_without_the_service_and_the_core) {
+TEST_F(WindowEnumWrapperTable, returns_the_window_at_an_index_of_the_live_list) {
+    EXPECT_EQ(table.getWindowHandle(0), a);
+    EXPECT_EQ(table.getWindowHandle(1), b);
+    for (const std::int32_t index : {-1, 2, 3, smallest, largest}) {
+        EXPECT_EQ(table.getWindowHandle(index), nullptr) << index;
+    }
+    desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, a);
+    EXPECT_EQ(table.getWindowHandle(0), b);
+    EXPECT_EQ(table.getWindowHandle(1), nullptr);
+    const HWND c = desktop.windows.add(L"c").handle;
+    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, c);
+    EXPECT_EQ(table.getWindowHandle(1), c);
+}
+
+TEST_F(WindowEnumWrapperTable, reads_the_monitors_without_service_and_core) {
     const HMONITOR added = desktop.addMonitor(LR"(\\.\DISPLAY4)", L"D", wideMode).handle;
     table.updateMonitorList();
     EXPECT_EQ(table.getMonitorHandle(3), added);
@@ -39,55 +61,28 @@ TEST_F(ThreadsMonitorList, is_read_anew_without_the_service_and_the_core) {
     EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 3);
 }
 
-TEST_F(ThreadsMonitorList, is_not_read_for_a_handle) {
-    table.getMonitorHandle(0);
-    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
-}
-
-TEST_F(ThreadsMonitorList, fills_a_combo_box_with_device_names) {
-    const HWND box = desktop.comboBoxes.add({L"left over"});
+TEST_F(WindowEnumWrapperTable, fills_a_combo_box_of_monitors_when_it_is_registered) {
     table.registerMonitorComboBox(box);
     EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1, display3));
-}
-
-TEST_F(ThreadsMonitorList, has_no_entry_for_all_displays) {
-    const HWND box = desktop.comboBoxes.add();
-    table.updateMonitorList();
-    table.registerMonitorComboBox(box);
-    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1, display3));
-}
-
-TEST_F(ThreadsMonitorList, throws_a_combo_boxs_refusal_at_the_host) {
-    const HWND box = desktop.comboBoxes.add();
-    desktop.journal.fail("SendMessageW", 3, CB_ERRSPACE);
-    try {
-        table.registerMonitorComboBox(box);
-        ADD_FAILURE() << "nothing was thrown";
-    } catch (const _com_error& error) {
-        EXPECT_EQ(error.Error(), static_cast<HRESULT>(0xFFFFFFFE));
-    }
-    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2));
-}
-
-TEST_F(ThreadsMonitorList, keeps_a_combo_box_as_it_is_when_it_is_read_anew) {
-    const HWND box = desktop.comboBoxes.add();
-    table.registerMonitorComboBox(box);
     desktop.monitors.all.pop_back();
     table.updateMonitorList();
     module.exports->updateMonitorList();
     EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1, display3));
+    table.registerMonitorComboBox(box);
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(display2, display1));
 }
 
-TEST_F(ThreadsMonitorList, is_not_there_on_another_thread) {
-    const HWND box = desktop.comboBoxes.add({L"left over"});
-    HMONITOR handle = desktop.monitors.all[0].handle;
-    std::thread([&] {
-        table.updateMonitorList();
-        table.registerMonitorComboBox(box);
-        handle = table.getMonitorHandle(0);
-    }).join();
-    EXPECT_EQ(handle, nullptr);
-    EXPECT_THAT(desktop.displayCalls(), IsEmpty());
+TEST_F(WindowEnumWrapperTable, fills_a_combo_box_of_windows_and_updates_it) {
+    table.registerWindowComboBox(box);
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"a", L"b"));
+    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, desktop.windows.add(L"c").handle);
+    desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, a);
+    EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"b", L"c"));
+}
+
+TEST_F(WindowEnumWrapperTable, leaves_a_combo_box_alone_while_the_windows_are_off) {
+    module.monitorWrapper().useWindowList(false);
+    table.registerWindowComboBox(box);
     EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"left over"));
 }
 
