@@ -9,7 +9,7 @@
 
 namespace tests {
 
-// A text that nobody would choose for a name, but anybody may.
+// A text that a program or a device may have for a name, although no user would choose it.
 struct HostileText {
     const char* name;
     std::wstring text;
@@ -46,7 +46,7 @@ inline std::string lowBytesOf(const std::wstring& text) {
     return bytes;
 }
 
-// As the platform converts it; nothing for what is no UTF-16.
+// As the platform converts it; nothing for a text that is not UTF-16.
 inline std::optional<std::string> utf8Of(const std::wstring& text) {
     std::string bytes(3 * text.size() + 1, '\0');
     const int size = WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, text.data(),

@@ -14,8 +14,8 @@
 
 namespace tests {
 
-// Overwrites what an image gives back to the C library's heap and keeps it until the object goes: a
-// later read shows, and a later write fails the test.
+// Overwrites what an image gives back to the C library's heap, and keeps it until this object is
+// destroyed: a later read finds values that show, and a later write fails the test.
 class PoisonedMemory : private Current<PoisonedMemory> {
 public:
     explicit PoisonedMemory(HMODULE image)
@@ -38,7 +38,7 @@ public:
 private:
     friend class Current<PoisonedMemory>;
 
-    // Another value for each pointer, so that no container looks empty.
+    // Two pointers in a row differ, so that no container looks empty.
     static unsigned char poisonAt(std::size_t i) {
         return static_cast<unsigned char>(0x5D + i / sizeof(void*));
     }

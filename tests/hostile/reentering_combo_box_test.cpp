@@ -1,8 +1,8 @@
 #include "monitor/service/ui_records.h"
-#include "tests/hostile/poisoned_memory.h"
+#include "tests/fixtures/live_list.h"
 #include "tests/fixtures/log_recorder.h"
 #include "tests/fixtures/module_test.h"
-#include "tests/fixtures/live_list.h"
+#include "tests/hostile/poisoned_memory.h"
 
 #include <gmock/gmock.h>
 
@@ -15,19 +15,17 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
+using testing::UnorderedElementsAre;
 
-// A combo box that does something else while it is being told: what it shows is its own affair
-// then, but not the list.
+// A combo box whose procedure calls the module while it handles a message. What it shows is then
+// up to it; the list must be right.
 class ReenteringComboBox : public RunningModuleTest {
 protected:
     void SetUp() override {
-        for (const wchar_t* const title : {L"a", L"b", L"c"}) {
-            desktop.windows.add(title);
-        }
+        a = desktop.windows.add(L"a").handle;
+        b = desktop.windows.add(L"b").handle;
+        c = desktop.windows.add(L"c").handle;
         RunningModuleTest::SetUp();
-        a = desktop.windows.order[0];
-        b = desktop.windows.order[1];
-        c = desktop.windows.order[2];
     }
 
     HWND registerBox() {
@@ -39,8 +37,8 @@ protected:
     void show(HWND window) { desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window); }
     void destroy(HWND window) { desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, window); }
 
-    // At the n-th message from now on.
-    void whileToldOf(std::size_t n, const std::function<void()>& action) {
+    // Runs the action at the n-th message from now on.
+    void atMessage(std::size_t n, const std::function<void()>& action) {
         desktop.journal.at("SendMessageW", n, action);
     }
 
@@ -61,12 +59,12 @@ protected:
     HWND c = nullptr;
 };
 
-TEST_F(ReenteringComboBox, that_lets_a_window_appear_while_one_appears_has_both_listed_once) {
+TEST_F(ReenteringComboBox, may_let_windows_appear_while_one_appears) {
     const HWND first = registerBox();
     const HWND second = registerBox();
     const HWND d = desktop.windows.add(L"d").handle;
     const HWND e = desktop.windows.add(L"e").handle;
-    whileToldOf(1, [&] {
+    atMessage(1, [&] {
         show(e);
         show(d);
     });
@@ -74,23 +72,23 @@ TEST_F(ReenteringComboBox, that_lets_a_window_appear_while_one_appears_has_both_
     expectListed({a, b, c, d, e});
     for (const HWND box : {first, second}) {
         EXPECT_THAT(desktop.comboBoxes.entries(box),
-                    testing::UnorderedElementsAre(L"a", L"b", L"c", L"d", L"e"));
+                    UnorderedElementsAre(L"a", L"b", L"c", L"d", L"e"));
     }
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
-TEST_F(ReenteringComboBox, that_lets_the_window_go_that_it_is_told_of_leaves_the_list_without_it) {
+TEST_F(ReenteringComboBox, may_destroy_the_window_that_appears) {
     registerBox();
     const HWND d = desktop.windows.add(L"d").handle;
-    whileToldOf(1, [&] { destroy(d); });
+    atMessage(1, [&] { destroy(d); });
     show(d);
     expectListed({a, b, c});
 }
 
-TEST_F(ReenteringComboBox, that_lets_windows_go_while_one_goes_leaves_the_list_without_them) {
+TEST_F(ReenteringComboBox, may_destroy_windows_while_one_is_destroyed) {
     registerBox();
     registerBox();
-    whileToldOf(1, [&] {
+    atMessage(1, [&] {
         destroy(b);
         destroy(c);
     });
@@ -98,46 +96,49 @@ TEST_F(ReenteringComboBox, that_lets_windows_go_while_one_goes_leaves_the_list_w
     expectListed({a});
 }
 
-TEST_F(ReenteringComboBox, that_lets_a_window_appear_while_one_goes_has_it_listed) {
+TEST_F(ReenteringComboBox, may_let_a_window_appear_while_one_is_destroyed) {
     registerBox();
     const HWND d = desktop.windows.add(L"d").handle;
-    whileToldOf(1, [&] { show(d); });
+    atMessage(1, [&] { show(d); });
     destroy(a);
     expectListed({b, c, d});
 }
 
-TEST_F(ReenteringComboBox, that_registers_others_has_all_of_them_told_from_then_on) {
+TEST_F(ReenteringComboBox, may_register_others_while_a_window_appears) {
     registerBox();
     std::vector<HWND> boxes;
-    whileToldOf(1, [&] {
+    atMessage(1, [&] {
         for (int i = 0; i < 100; ++i) {
             boxes.push_back(registerBox());
         }
     });
-    show(desktop.windows.add(L"d").handle);
-    show(desktop.windows.add(L"e").handle);
+    const HWND d = desktop.windows.add(L"d").handle;
+    const HWND e = desktop.windows.add(L"e").handle;
+    show(d);
+    show(e);
     for (const HWND box : boxes) {
         EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"a", L"b", L"c", L"d", L"e"));
     }
-    EXPECT_EQ(module.exports->getWindowList(nullptr, 0), 5);
+    expectListed({a, b, c, d, e});
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
-TEST_F(ReenteringComboBox, that_registers_another_while_a_window_goes_has_it_without_that_window) {
+TEST_F(ReenteringComboBox, may_register_another_while_a_window_is_destroyed) {
     registerBox();
     HWND other = nullptr;
-    whileToldOf(1, [&] { other = registerBox(); });
+    atMessage(1, [&] { other = registerBox(); });
     destroy(a);
     EXPECT_THAT(desktop.comboBoxes.entries(other), ElementsAre(L"b", L"c"));
     destroy(c);
     EXPECT_THAT(desktop.comboBoxes.entries(other), ElementsAre(L"b"));
+    expectListed({b});
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
 // Emptying it is the first message, the first title the second.
-TEST_F(ReenteringComboBox, that_lets_windows_appear_while_it_is_filled_is_filled_all_the_same) {
+TEST_F(ReenteringComboBox, may_let_windows_appear_while_it_is_filled) {
     std::vector<HWND> expected = {a, b, c};
-    whileToldOf(2, [&] {
+    atMessage(2, [&] {
         for (int i = 0; i < 100; ++i) {
             expected.push_back(desktop.windows.add(L"late " + std::to_wstring(i)).handle);
             show(expected.back());
@@ -151,8 +152,8 @@ TEST_F(ReenteringComboBox, that_lets_windows_appear_while_it_is_filled_is_filled
     EXPECT_THAT(desktop.comboBoxes.entries(box), testing::SizeIs(103));
 }
 
-TEST_F(ReenteringComboBox, that_lets_windows_go_while_it_is_filled_leaves_the_list_without_them) {
-    whileToldOf(3, [&] {
+TEST_F(ReenteringComboBox, may_destroy_windows_while_it_is_filled) {
+    atMessage(3, [&] {
         destroy(a);
         destroy(c);
     });
@@ -160,10 +161,9 @@ TEST_F(ReenteringComboBox, that_lets_windows_go_while_it_is_filled_leaves_the_li
     expectListed({b});
 }
 
-TEST_F(ReenteringComboBox,
-       that_has_the_monitors_read_anew_while_it_is_filled_is_filled_all_the_same) {
+TEST_F(ReenteringComboBox, may_update_the_monitors_while_it_is_filled) {
     const HWND box = desktop.comboBoxes.add();
-    whileToldOf(2, [&] {
+    atMessage(2, [&] {
         for (int i = 0; i < 50; ++i) {
             desktop.addMonitor(L"late " + std::to_wstring(i), L"name", smallMode);
         }
@@ -177,72 +177,75 @@ TEST_F(ReenteringComboBox,
     EXPECT_NE(module.windowEnumWrapper().getMonitorHandle(52), nullptr);
 }
 
-TEST_F(ReenteringComboBox, that_is_destroyed_while_it_is_told_does_not_stop_the_others) {
-    const HWND gone = registerBox();
+TEST_F(ReenteringComboBox, may_be_destroyed_while_it_handles_a_message) {
+    const HWND destroyed = registerBox();
     const HWND box = registerBox();
-    whileToldOf(1, [&] { desktop.comboBoxes.box(gone).destroyed = true; });
-    show(desktop.windows.add(L"d").handle);
+    const HWND d = desktop.windows.add(L"d").handle;
+    atMessage(1, [&] { desktop.comboBoxes.box(destroyed).destroyed = true; });
+    show(d);
     destroy(a);
-    EXPECT_THAT(desktop.comboBoxes.entries(gone), ElementsAre(L"a", L"b", L"c"));
+    EXPECT_THAT(desktop.comboBoxes.entries(destroyed), ElementsAre(L"a", L"b", L"c"));
     EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"b", L"c", L"d"));
-    EXPECT_EQ(module.exports->getWindowList(nullptr, 0), 3);
+    expectListed({b, c, d});
     EXPECT_THAT(log.lines, IsEmpty());
 }
 
-// What a host's procedure of a combo box may do with the list that sends the message.
+// How the procedure ends the list that sends the message.
 struct End {
     const char* name;
     void (*run)(const ModuleUnderTest&);
 };
 
-class ComboBoxThatEndsTheList : public ReenteringComboBox, public testing::WithParamInterface<End> {
+class ReenteringComboBoxEnd : public ReenteringComboBox, public testing::WithParamInterface<End> {
 protected:
-    // Ends the list at the n-th message of the operation, which must be the last one that it sends.
+    // Ends the list at the n-th message of the operation, which must be the last one that it sends,
+    // and starts a new one.
     void endAt(std::size_t n, const std::function<void()>& operation) {
         desktop.comboBoxes.messages.clear();
-        whileToldOf(n, [&] { GetParam().run(module); });
+        atMessage(n, [&] { GetParam().run(module); });
         operation();
         EXPECT_THAT(desktop.comboBoxes.messages, testing::SizeIs(n));
         EXPECT_THAT(log.lines, IsEmpty());
-    }
-
-    void expectRightAfterwards(const std::vector<HWND>& windows) {
         module.init();
         module.monitorWrapper().useWindowList(true);
-        expectListed(windows);
         EXPECT_EQ(desktop.eventHooks.installed(), 1u);
+    }
+
+    void registerBoxes() {
+        registerBox();
+        registerBox();
+        registerBox();
     }
 };
 
-TEST_P(ComboBoxThatEndsTheList, while_a_window_appears_is_sent_the_last_message) {
-    registerBox();
-    registerBox();
-    registerBox();
+// Promise (Threads and callbacks): While a combo box of windows handles a message of the list, it
+// may call any function, also shut the library down or switch the list off and on. The old list
+// sends nothing after that.
+TEST_P(ReenteringComboBoxEnd, may_end_the_list_while_a_window_appears) {
+    registerBoxes();
     const HWND d = desktop.windows.add(L"d").handle;
     endAt(2, [&] { show(d); });
-    expectRightAfterwards({a, b, c, d});
+    expectListed({a, b, c, d});
 }
 
-TEST_P(ComboBoxThatEndsTheList, while_a_window_goes_is_sent_the_last_message) {
-    registerBox();
-    registerBox();
-    registerBox();
+TEST_P(ReenteringComboBoxEnd, may_end_the_list_while_a_window_is_destroyed) {
+    registerBoxes();
     desktop.windows.find(b)->alive = false;
     endAt(2, [&] { destroy(b); });
-    expectRightAfterwards({a, c});
+    expectListed({a, c});
 }
 
-TEST_P(ComboBoxThatEndsTheList, while_it_is_emptied_is_not_filled) {
+TEST_P(ReenteringComboBoxEnd, may_end_the_list_while_it_is_emptied) {
     endAt(1, [&] { registerBox(); });
-    expectRightAfterwards({a, b, c});
+    expectListed({a, b, c});
 }
 
-TEST_P(ComboBoxThatEndsTheList, while_it_is_filled_is_not_filled_further) {
+TEST_P(ReenteringComboBoxEnd, may_end_the_list_while_it_is_filled) {
     endAt(3, [&] { registerBox(); });
-    expectRightAfterwards({a, b, c});
+    expectListed({a, b, c});
 }
 
-INSTANTIATE_TEST_SUITE_P(By, ComboBoxThatEndsTheList,
+INSTANTIATE_TEST_SUITE_P(By, ReenteringComboBoxEnd,
                          testing::Values(End{"shutting_down",
                                              [](const ModuleUnderTest& module) {
                                                  module.cleanup();

@@ -1,7 +1,7 @@
-#include "tests/hostile/poisoned_memory.h"
-#include "tests/service/status_check.h"
 #include "tests/fixtures/module_test.h"
 #include "tests/fixtures/service_members.h"
+#include "tests/hostile/poisoned_memory.h"
+#include "tests/service/status_check.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A runtime that asks the module something while the module updates the runtime's list.
+// A runtime that calls the module while the module updates the runtime's list of monitors.
 class ReenteringRuntime : public RunningModuleTest {
 protected:
     // Runs the action at every call of the core's function from now on.
@@ -46,23 +46,21 @@ protected:
     int depth = 0;
 };
 
-TEST_F(ReenteringRuntime, gets_the_list_as_far_as_an_update_has_come) {
+// Promise (Threads and callbacks): While an update gives the runtime the monitors, the runtime may
+// ask for them: it gets those that it was given so far. Another update does nothing.
+TEST_F(ReenteringRuntime, gets_the_monitors_that_it_was_given_so_far) {
     std::vector<int> answers;
-    atEvery("AddMonitorItem", [&] { answers.push_back(listed()); });
+    const auto ask = [&] {
+        answers.push_back(listed());
+    };
+    atEvery("ClearMonitorList", ask);
+    atEvery("AddMonitorItem", ask);
     module.exports->updateMonitorList();
-    EXPECT_THAT(answers, ElementsAre(1, 2, 3));
+    EXPECT_THAT(answers, ElementsAre(0, 1, 2, 3));
     expectThreeMonitorsReadOnce();
 }
 
-TEST_F(ReenteringRuntime, gets_an_empty_list_while_its_own_is_cleared) {
-    std::vector<int> answers;
-    atEvery("ClearMonitorList", [&] { answers.push_back(listed()); });
-    module.exports->updateMonitorList();
-    EXPECT_THAT(answers, ElementsAre(0));
-    expectThreeMonitorsReadOnce();
-}
-
-TEST_F(ReenteringRuntime, is_answered_while_a_stale_list_is_updated) {
+TEST_F(ReenteringRuntime, may_ask_for_anything_while_a_stale_list_is_updated) {
     desktop.clock.advance(1s);
     atEvery("AddMonitorItem", [&] {
         listed();
@@ -80,7 +78,7 @@ TEST_F(ReenteringRuntime, starts_no_second_update_while_one_runs) {
     expectThreeMonitorsReadOnce();
 }
 
-TEST_F(ReenteringRuntime, that_fails_after_a_question_leaves_an_unfinished_update) {
+TEST_F(ReenteringRuntime, leaves_an_update_unfinished_when_it_throws) {
     desktop.journal.at("VorlenCore::AddMonitorItem", 2, [&] {
         EXPECT_EQ(listed(), 2);
         throw std::runtime_error("planned");
@@ -91,12 +89,8 @@ TEST_F(ReenteringRuntime, that_fails_after_a_question_leaves_an_unfinished_updat
     expectThreeMonitorsReadOnce();
 }
 
-class ReenteringRuntimeWithPoison : public ReenteringRuntime {
-protected:
-    const PoisonedMemory poison{module.image()};
-};
-
-TEST_F(ReenteringRuntimeWithPoison, may_have_the_threads_list_read_while_it_is_given_monitors) {
+TEST_F(ReenteringRuntime, may_update_the_threads_list_while_it_is_given_monitors) {
+    const PoisonedMemory poison(module.image());
     desktop.journal.at("VorlenCore::AddMonitorItem", 1, [&] {
         for (int i = 0; i < 50; ++i) {
             desktop.addMonitor(L"late " + std::to_wstring(i), L"name", smallMode);
@@ -111,6 +105,8 @@ TEST_F(ReenteringRuntimeWithPoison, may_have_the_threads_list_read_while_it_is_g
     EXPECT_EQ(cachedMonitors(service())[2].deviceName, display3);
 }
 
+// The runtime, or a callback of the host that gets the lines of the log, calls the module while a
+// check runs.
 class ReenteringStatusCheck : public StatusCheckTest {
 protected:
     void SetUp() override {
@@ -134,7 +130,7 @@ TEST_F(ReenteringStatusCheck, judges_the_list_that_it_began_with) {
     EXPECT_EQ(judged(), LR"(\\.\DISPLAY-OF-THE-KIT)");
 }
 
-TEST_F(ReenteringStatusCheck, survives_a_list_that_is_empty_while_the_runtime_is_asked) {
+TEST_F(ReenteringStatusCheck, survives_monitors_that_are_removed_while_it_runs) {
     desktop.journal.at("VorlenCore::GetVorlenModelName", 1, [&] {
         desktop.monitors.all.clear();
         module.exports->updateMonitorList();
@@ -143,8 +139,9 @@ TEST_F(ReenteringStatusCheck, survives_a_list_that_is_empty_while_the_runtime_is
     EXPECT_EQ(status(), 17);
 }
 
-// The log hands each line to a callback of the host.
-TEST_F(ReenteringStatusCheck, has_its_outcome_though_the_log_shuts_the_library_down) {
+// Promise (Threads and callbacks): A callback that gets the lines of the log may shut the library
+// down. A check that runs completes, and its outcome is kept.
+TEST_F(ReenteringStatusCheck, completes_when_the_log_shuts_the_library_down) {
     for (std::size_t line = 1; line <= 4; ++line) {
         SCOPED_TRACE(line);
         log.lines.clear();

@@ -1,8 +1,7 @@
-#include "monitor/service/ui_records.h"
-#include "tests/hostile/poisoned_memory.h"
-#include "tests/fixtures/log_recorder.h"
-#include "tests/fixtures/module_test.h"
 #include "tests/fixtures/live_list.h"
+#include "tests/fixtures/log_recorder.h"
+#include "tests/hostile/poisoned_memory.h"
+#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 
@@ -15,31 +14,30 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// A window of the host's own process, whose procedure does something else while its title is read.
-class ReenteringWindow : public ModuleTest {
+// A window of the host's own process, whose procedure calls the module while its title is read.
+class ReenteringWindow : public WindowModuleTest {
 protected:
     void SetUp() override {
         desktop.addMonitor(display1, L"Model A", wideMode);
-        a = desktop.windows.add(L"a").handle;
-        b = desktop.windows.add(L"b").handle;
+        a = add(L"a").handle;
+        b = add(L"b").handle;
     }
 
-    void useWindowList(bool use) const { module.monitorWrapper().useWindowList(use); }
-
-    std::vector<std::wstring> titles() const {
-        std::vector<std::wstring> result;
-        for (const auto& window : module.monitorWrapper().getWindowList()) {
-            result.push_back(window.title);
-        }
-        return result;
-    }
+    const WindowList* liveList() const { return liveListOf(*module.exports->getMonitorData()); }
 
     void expectLiveList(const std::vector<HWND>& windows) {
-        const WindowList* const list = liveListOf(*module.exports->getMonitorData());
-        ASSERT_NE(list, nullptr);
-        EXPECT_EQ(listedHandlesOf(*list), windows);
-        EXPECT_THAT(handleSetOf(*list), testing::UnorderedElementsAreArray(windows));
+        ASSERT_NE(liveList(), nullptr);
+        EXPECT_EQ(listedHandlesOf(*liveList()), windows);
+        EXPECT_THAT(handleSetOf(*liveList()), testing::UnorderedElementsAreArray(windows));
         EXPECT_EQ(desktop.eventHooks.installed(), 1u);
+    }
+
+    // After a shutdown by the procedure.
+    void expectRestartLists(const std::vector<HWND>& windows) {
+        EXPECT_EQ(module.exports->getMonitorData(), nullptr);
+        EXPECT_EQ(desktop.eventHooks.installed(), 0u);
+        module.init();
+        expectLiveList(windows);
     }
 
     const PoisonedMemory poison{module.image()};
@@ -54,12 +52,12 @@ struct Reading {
     std::size_t n;
 };
 
-class WindowThatAppears : public ReenteringWindow, public testing::WithParamInterface<Reading> {
+class ReenteringWindowEvent : public ReenteringWindow, public testing::WithParamInterface<Reading> {
 protected:
     void SetUp() override {
         ReenteringWindow::SetUp();
         module.init();
-        c = desktop.windows.add(L"c").handle;
+        c = add(L"c").handle;
         EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
     }
 
@@ -72,15 +70,14 @@ protected:
     HWND c = nullptr;
 };
 
-TEST_P(WindowThatAppears, may_shut_the_library_down) {
+// Promise (Threads and callbacks): While a window event is handled, the procedure of a window of
+// the host, whose title is read, may call any function, also shut the library down.
+TEST_P(ReenteringWindowEvent, may_shut_the_library_down) {
     showWhile([&] { module.cleanup(); });
-    EXPECT_EQ(module.exports->getMonitorData(), nullptr);
-    EXPECT_EQ(desktop.eventHooks.installed(), 0u);
-    module.init();
-    expectLiveList({a, b, c});
+    expectRestartLists({a, b, c});
 }
 
-TEST_P(WindowThatAppears, may_shut_the_library_down_and_start_it_again) {
+TEST_P(ReenteringWindowEvent, may_shut_the_library_down_and_start_it_again) {
     showWhile([&] {
         module.cleanup();
         module.init();
@@ -88,13 +85,13 @@ TEST_P(WindowThatAppears, may_shut_the_library_down_and_start_it_again) {
     expectLiveList({a, b, c});
 }
 
-TEST_P(WindowThatAppears, may_switch_the_list_off) {
+TEST_P(ReenteringWindowEvent, may_switch_the_list_off) {
     showWhile([&] { useWindowList(false); });
-    EXPECT_EQ(liveListOf(*module.exports->getMonitorData()), nullptr);
+    EXPECT_EQ(liveList(), nullptr);
     EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
 }
 
-TEST_P(WindowThatAppears, may_have_the_list_replaced) {
+TEST_P(ReenteringWindowEvent, may_replace_the_list) {
     showWhile([&] {
         useWindowList(false);
         useWindowList(true);
@@ -102,7 +99,7 @@ TEST_P(WindowThatAppears, may_have_the_list_replaced) {
     expectLiveList({a, b, c});
 }
 
-INSTANTIATE_TEST_SUITE_P(While, WindowThatAppears,
+INSTANTIATE_TEST_SUITE_P(While, ReenteringWindowEvent,
                          testing::Values(Reading{"GetWindowTextLengthW", 1},
                                          Reading{"GetWindowTextLengthW", 2},
                                          Reading{"GetWindowTextW", 1}),
@@ -110,36 +107,24 @@ INSTANTIATE_TEST_SUITE_P(While, WindowThatAppears,
                              return reading.param.function + std::to_string(reading.param.n);
                          });
 
-class WindowThatIsThereAtTheStart : public ReenteringWindow {
-protected:
-    void startWhile(const std::function<void()>& action) {
-        desktop.journal.at("GetWindowTextW", 2, action);
+// Promise (Threads and callbacks): While init reads the windows, a window procedure of the host may
+// call any function: there is no service yet, and init and cleanup do nothing.
+TEST_F(ReenteringWindow, may_call_anything_while_init_reads_its_title) {
+    desktop.journal.at("GetWindowTextW", 2, [&] {
+        module.cleanup();
         module.init();
-    }
-};
-
-TEST_F(WindowThatIsThereAtTheStart, may_ask_for_another_start_which_does_nothing) {
-    startWhile([&] { module.init(); });
+        useWindowList(true);
+        EXPECT_EQ(module.exports->getWindowList(nullptr, 0), 0);
+        EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 0);
+    });
+    module.init();
     expectLiveList({a, b});
     EXPECT_EQ(desktop.journal.count("EnumWindows"), 1u);
     EXPECT_EQ(desktop.journal.count("EnumDisplayMonitors"), 1u);
 }
 
-TEST_F(WindowThatIsThereAtTheStart, may_shut_down_which_does_nothing) {
-    startWhile([&] { module.cleanup(); });
-    expectLiveList({a, b});
-}
-
-TEST_F(WindowThatIsThereAtTheStart, may_use_the_exports_which_know_no_service) {
-    startWhile([&] {
-        useWindowList(true);
-        EXPECT_EQ(module.exports->getWindowList(nullptr, 0), 0);
-        EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 0);
-    });
-    expectLiveList({a, b});
-}
-
-class WindowThatIsReadAgain : public ReenteringWindow {
+// The windows are switched on again.
+class ReenteringWindowSwitch : public ReenteringWindow {
 protected:
     void SetUp() override {
         ReenteringWindow::SetUp();
@@ -154,34 +139,31 @@ protected:
     }
 };
 
-TEST_F(WindowThatIsReadAgain, may_switch_the_list_on_too) {
+TEST_F(ReenteringWindowSwitch, may_switch_the_list_on_too) {
     switchOnWhile([&] { useWindowList(true); });
     expectLiveList({a, b});
     EXPECT_EQ(desktop.journal.count("EnumWindows"), 1u);
 }
 
-TEST_F(WindowThatIsReadAgain, may_switch_the_list_off_which_stays_off) {
+TEST_F(ReenteringWindowSwitch, may_switch_the_list_off_which_stays_off) {
     switchOnWhile([&] { useWindowList(false); });
-    EXPECT_EQ(liveListOf(*module.exports->getMonitorData()), nullptr);
+    EXPECT_EQ(liveList(), nullptr);
     EXPECT_EQ(desktop.eventHooks.installed(), 0u);
     useWindowList(true);
     expectLiveList({a, b});
 }
 
-TEST_F(WindowThatIsReadAgain, may_shut_the_library_down) {
-    switchOnWhile([&] { module.cleanup(); });
-    EXPECT_EQ(module.exports->getMonitorData(), nullptr);
-    EXPECT_EQ(desktop.eventHooks.installed(), 0u);
-    module.init();
-    expectLiveList({a, b});
-}
-
-TEST_F(WindowThatIsReadAgain, may_switch_the_list_off_and_on_which_stays_on) {
+TEST_F(ReenteringWindowSwitch, may_switch_the_list_off_and_on_which_stays_on) {
     switchOnWhile([&] {
         useWindowList(false);
         useWindowList(true);
     });
     expectLiveList({a, b});
+}
+
+TEST_F(ReenteringWindowSwitch, may_shut_the_library_down) {
+    switchOnWhile([&] { module.cleanup(); });
+    expectRestartLists({a, b});
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 #include "monitor/service/ui_records.h"
+#include "tests/fixtures/live_list.h"
 #include "tests/fixtures/module_test.h"
 #include "tests/support/other_thread.h"
 #include "tests/support/signal.h"
-#include "tests/fixtures/live_list.h"
 
 #include <gmock/gmock.h>
 
@@ -17,7 +17,7 @@ using testing::IsEmpty;
 
 // Every function of the table that works on the calling thread's lists, called on a thread that has
 // none.
-class CallsOfAStranger : public RunningModuleTest {
+class WrongThread : public RunningModuleTest {
 protected:
     void SetUp() override {
         desktop.windows.add(L"a");
@@ -27,16 +27,15 @@ protected:
     void callEverything() {
         const vorlen::WindowEnumWrapper& table = module.windowEnumWrapper();
         table.updateMonitorList();
-        table.registerWindowComboBox(strangersBox);
-        table.registerMonitorComboBox(strangersBox);
+        table.registerWindowComboBox(box);
+        table.registerMonitorComboBox(box);
         EXPECT_EQ(table.getWindowHandle(0), nullptr);
         EXPECT_EQ(table.getMonitorHandle(0), nullptr);
     }
 
     void expectNothingHappened() {
         EXPECT_THAT(desktop.journal.calls(), IsEmpty());
-        EXPECT_THAT(desktop.comboBoxes.messages, IsEmpty());
-        EXPECT_THAT(desktop.comboBoxes.entries(strangersBox), ElementsAre(L"left over"));
+        EXPECT_THAT(desktop.comboBoxes.entries(box), ElementsAre(L"left over"));
         EXPECT_EQ(desktop.eventHooks.installed(), 1u);
     }
 
@@ -52,35 +51,28 @@ protected:
         EXPECT_THAT(desktop.comboBoxes.messages, IsEmpty());
     }
 
-    const HWND strangersBox = desktop.comboBoxes.add({L"left over"});
+    const HWND box = desktop.comboBoxes.add({L"left over"});
 };
 
-TEST_F(CallsOfAStranger, find_nothing_and_harm_nothing) {
-    std::thread([this] {
-        callEverything();
-        callEverything();
-    }).join();
-    expectNothingHappened();
-    expectServiceGoesOn();
-}
-
-TEST_F(CallsOfAStranger, of_many_threads_at_once_harm_nothing) {
-    std::vector<std::thread> strangers;
+// Promise (Threads and callbacks): The functions of the `WindowEnumWrapper` table work on the lists
+// of the calling thread. On another thread than the service thread they do nothing or return null.
+TEST_F(WrongThread, finds_no_lists_and_changes_nothing) {
+    std::vector<std::thread> threads;
     for (int i = 0; i < 8; ++i) {
-        strangers.emplace_back([this] {
+        threads.emplace_back([this] {
             for (int call = 0; call < 100; ++call) {
                 callEverything();
             }
         });
     }
-    for (std::thread& stranger : strangers) {
-        stranger.join();
+    for (std::thread& thread : threads) {
+        thread.join();
     }
     expectNothingHappened();
     expectServiceGoesOn();
 }
 
-TEST_F(CallsOfAStranger, of_the_thread_that_loaded_the_library_harm_nothing_either) {
+TEST_F(WrongThread, may_be_the_one_that_loaded_the_library) {
     module.cleanup();
     Signal started;
     Signal called;
@@ -100,7 +92,7 @@ TEST_F(CallsOfAStranger, of_the_thread_that_loaded_the_library_harm_nothing_eith
 }
 
 // The system keeps to the thread of the hook, but nothing is lost if it does not.
-TEST_F(CallsOfAStranger, with_an_event_are_not_handled) {
+TEST_F(WrongThread, handles_no_window_event) {
     const WINEVENTPROC procedure = desktop.eventHooks.all.front().procedure;
     const HWND window = desktop.windows.add(L"b").handle;
     const HWND listed = desktop.windows.order[0];
@@ -116,9 +108,9 @@ TEST_F(CallsOfAStranger, with_an_event_are_not_handled) {
     EXPECT_EQ(module.windowEnumWrapper().getWindowHandle(0), listed);
 }
 
-// What only the service thread may do, done by another: the service thread goes on without its
-// lists, and can make new ones. Its hook stays until it ends.
-class ServiceOfAWrongThread : public RunningModuleTest {
+// What only the service thread may do, done by another one. The hook stays until the service thread
+// ends.
+class WrongThreadCleanup : public RunningModuleTest {
 protected:
     void SetUp() override {
         a = desktop.windows.add(L"a").handle;
@@ -132,12 +124,7 @@ protected:
         desktop.journal.clear();
     }
 
-    void switchWindowsOffOnAnotherThread() {
-        onAnotherThread([this] { module.monitorWrapper().useWindowList(false); });
-        desktop.journal.clear();
-    }
-
-    // An event reaches the hook that stayed, too.
+    // The event reaches the hook that stayed, too.
     HWND show(const wchar_t* title) {
         const HWND window = desktop.windows.add(title).handle;
         desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window);
@@ -149,25 +136,24 @@ protected:
     HWND a = nullptr;
 };
 
-TEST_F(ServiceOfAWrongThread, that_cleans_up_leaves_no_list_to_the_service_thread) {
+// Promise (Threads and callbacks): A cleanup on another thread than the service thread leaves the
+// service thread without lists. Events of the hook, which stays until that thread ends, change
+// nothing, and the library stays loaded for it.
+TEST_F(WrongThreadCleanup, leaves_the_service_thread_without_lists) {
     cleanUpOnAnotherThread();
+    EXPECT_EQ(desktop.eventHooks.imagePins, 1u);
     const HWND box = desktop.comboBoxes.add({L"left over"});
     table().updateMonitorList();
     table().registerWindowComboBox(box);
     table().registerMonitorComboBox(box);
     EXPECT_EQ(table().getWindowHandle(0), nullptr);
     EXPECT_EQ(table().getMonitorHandle(0), nullptr);
-    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
-}
-
-TEST_F(ServiceOfAWrongThread, that_cleans_up_leaves_events_to_nothing) {
-    cleanUpOnAnotherThread();
     show(L"b");
     desktop.eventHooks.deliver(EVENT_OBJECT_DESTROY, a);
     EXPECT_THAT(desktop.journal.calls(), IsEmpty());
 }
 
-TEST_F(ServiceOfAWrongThread, that_cleans_up_does_not_prevent_the_next_init) {
+TEST_F(WrongThreadCleanup, lets_the_service_thread_init_again) {
     cleanUpOnAnotherThread();
     module.init();
     EXPECT_EQ(table().getWindowHandle(0), a);
@@ -177,26 +163,19 @@ TEST_F(ServiceOfAWrongThread, that_cleans_up_does_not_prevent_the_next_init) {
     EXPECT_EQ(table().getWindowHandle(2), nullptr);
 }
 
-TEST_F(ServiceOfAWrongThread, that_switches_windows_off_leaves_no_list_of_them) {
-    switchWindowsOffOnAnotherThread();
+TEST_F(WrongThreadCleanup, lets_the_windows_be_switched_on_again) {
+    onAnotherThread([this] { module.monitorWrapper().useWindowList(false); });
+    desktop.journal.clear();
     EXPECT_EQ(table().getWindowHandle(0), nullptr);
     show(L"b");
     EXPECT_THAT(desktop.journal.calls(), IsEmpty());
     EXPECT_EQ(table().getMonitorHandle(0), desktop.monitors.all[0].handle);
-}
 
-TEST_F(ServiceOfAWrongThread, that_switches_windows_off_lets_them_be_switched_on_again) {
-    switchWindowsOffOnAnotherThread();
     module.monitorWrapper().useWindowList(true);
-    const HWND b = show(L"b");
+    const HWND c = show(L"c");
     EXPECT_EQ(table().getWindowHandle(0), a);
-    EXPECT_EQ(table().getWindowHandle(1), b);
-    EXPECT_EQ(table().getWindowHandle(2), nullptr);
-}
-
-TEST_F(ServiceOfAWrongThread, that_leaves_the_hook_keeps_the_library_loaded) {
-    cleanUpOnAnotherThread();
-    EXPECT_EQ(desktop.eventHooks.imagePins, 1u);
+    EXPECT_EQ(table().getWindowHandle(2), c);
+    EXPECT_EQ(table().getWindowHandle(3), nullptr);
 }
 
 } // namespace
