@@ -2,83 +2,66 @@
 #include "tests/identification/identification_test.h"
 #include "tests/support/signal.h"
 
-#include <chrono>
+#include <atomic>
 #include <thread>
 
 namespace tests {
 namespace {
 
-using namespace std::chrono_literals;
-using testing::Each;
+using testing::ElementsAre;
 
-// How long to look out for something that must not happen.
-constexpr auto lookout = 200ms;
-
-// On the objects that are linked into this program: every test has a path of its own.
-class Concurrency : public testing::Test {
+// On the objects that are linked into this program: every test has paths of its own.
+class MonitorIdThreads : public testing::Test {
 protected:
     Journal journal;
     Redirects redirects{GetModuleHandleW(nullptr), {}};
     Wmi wmi{redirects, journal};
 };
 
-TEST_F(Concurrency, eight_threads_that_ask_at_once_make_one_query_and_all_get_the_text) {
-    expectBlocksLeft(blocksPerCachedPath);
-    const std::wstring path = devicePath(L"VLN0001", L"asked by eight");
-    wmi.add(instanceName(L"VLN0001", L"asked by eight"), L"SN-8");
-    Signal secondQuery;
-    journal.at("CoInitializeEx", 2, [&] { secondQuery.raise(); });
-    journal.at("IWbemServices::ExecQuery", 1, [&] { EXPECT_FALSE(secondQuery.waitFor(lookout)); });
+// Eight threads ask together for one of two paths each.
+TEST_F(MonitorIdThreads, ask_once_for_each_path_one_query_at_a_time) {
+    expectBlocksLeft(2 * blocksPerCachedPath);
+    const std::wstring paths[] = {devicePath(L"VLN0001", L"threads 1"),
+                                  devicePath(L"VLN0001", L"threads 2")};
+    wmi.add(instanceName(L"VLN0001", L"threads 1"), L"SN-1");
+    wmi.add(instanceName(L"VLN0001", L"threads 2"), L"SN-2");
+    std::atomic<int> queries = 0;
+    for (std::size_t query = 1; query <= 8; ++query) {
+        journal.at("CoInitializeEx", query, [&] { EXPECT_EQ(++queries, 1) << "queries overlap"; });
+        journal.at("CoUninitialize", query, [&] { --queries; });
+    }
 
     Gate start(8);
     std::vector<std::wstring> texts(8);
     std::vector<std::thread> threads;
-    threads.reserve(texts.size());
-    for (std::wstring& text : texts) {
-        threads.emplace_back([&] {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        threads.emplace_back([&, i] {
             start.pass();
-            cacheMonitorIds({path});
-            text = getCachedMonitorId(path);
+            cacheMonitorIds({paths[i % 2]});
+            texts[i] = getCachedMonitorId(paths[i % 2]);
         });
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
-    EXPECT_THAT(texts, Each(L"SN-8"));
-    EXPECT_EQ(journal.count("IWbemServices::ExecQuery"), 1u);
-}
-
-TEST_F(Concurrency, queries_of_different_threads_for_different_paths_run_one_after_the_other) {
-    expectBlocksLeft(2 * blocksPerCachedPath);
-    Signal secondQuery;
-    journal.at("CoInitializeEx", 2, [&] { secondQuery.raise(); });
-    journal.at("IWbemServices::ExecQuery", 1, [&] { EXPECT_FALSE(secondQuery.waitFor(lookout)); });
-
-    Gate start(2);
-    const auto ask = [&](const wchar_t* instance) {
-        start.pass();
-        cacheMonitorIds({devicePath(L"VLN0001", instance)});
-    };
-    std::thread first(ask, L"asked by the first");
-    std::thread second(ask, L"asked by the second");
-    first.join();
-    second.join();
+    EXPECT_THAT(
+        texts, ElementsAre(L"SN-1", L"SN-2", L"SN-1", L"SN-2", L"SN-1", L"SN-2", L"SN-1", L"SN-2"));
     EXPECT_EQ(journal.count("IWbemServices::ExecQuery"), 2u);
 }
 
-TEST_F(Concurrency, a_lookup_waits_for_the_query_that_runs) {
+TEST_F(MonitorIdThreads, wait_for_a_query_that_runs_when_they_look_a_path_up) {
     expectBlocksLeft(blocksPerCachedPath);
-    const std::wstring path = devicePath(L"VLN0001", L"looked up meanwhile");
-    wmi.add(instanceName(L"VLN0001", L"looked up meanwhile"), L"SN-1");
-    Signal answered;
+    const std::wstring path = devicePath(L"VLN0001", L"looked up during the query");
+    wmi.add(instanceName(L"VLN0001", L"looked up during the query"), L"SN-1");
+    Signal lookingUp;
     std::wstring answer;
     std::thread lookup;
     journal.at("IWbemServices::ExecQuery", 1, [&] {
         lookup = std::thread([&] {
+            lookingUp.raise();
             answer = getCachedMonitorId(path);
-            answered.raise();
         });
-        EXPECT_FALSE(answered.waitFor(lookout));
+        lookingUp.wait();
     });
     cacheMonitorIds({path});
     lookup.join();

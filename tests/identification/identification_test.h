@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/support/account.h"
 #include "tests/fixtures/module_test.h"
+#include "tests/support/account.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -21,8 +21,8 @@ inline std::wstring instanceName(const std::wstring& hardware, const std::wstrin
     return LR"(DISPLAY\)" + hardware + LR"(\)" + instance + L"_0";
 }
 
-// What the cache in this program, which never forgets, takes for a path of these with a short text:
-// the entry and the path.
+// The blocks of memory that the cache in this program, which keeps every path, takes for one of
+// these paths with a short text: the entry and the path.
 inline constexpr std::size_t blocksPerCachedPath = 2;
 
 // A test of the identification in the shipped library, whose service has been made on a desktop
@@ -41,8 +41,8 @@ protected:
         desktop.displayPaths.add(name, L"Model", path);
     }
 
-    // Lets the module enumerate once more, forgetting the calls before, and returns the identifiers
-    // that its list then shows.
+    // Clears the journal, lets the module enumerate again, and returns the identifiers that its
+    // list then shows.
     std::vector<std::wstring> identify() {
         desktop.journal.clear();
         module.exports->updateMonitorList();

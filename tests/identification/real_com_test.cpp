@@ -12,7 +12,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 // The monitors are simulated, COM and threads are the system's own.
-class RealComTest : public IdentificationTest {
+class WmiQueryWithRealCom : public IdentificationTest {
 protected:
     void SetUp() override {
         IdentificationTest::SetUp();
@@ -26,7 +26,7 @@ protected:
     std::optional<RealCom> com;
 };
 
-TEST_F(RealComTest, a_text_comes_from_a_locator_that_com_made) {
+TEST_F(WmiQueryWithRealCom, gets_the_text_from_a_locator_that_com_made) {
     const LocatorInFront inFront(provider);
     EXPECT_THAT(identify(), ElementsAre(L"SN-1"));
     EXPECT_THAT(wmiCalls.calls(),
@@ -37,25 +37,14 @@ TEST_F(RealComTest, a_text_comes_from_a_locator_that_com_made) {
                             "IEnumWbemClassObject::Next", "~IEnumWbemClassObject", "~IWbemServices",
                             "~IWbemLocator"));
     EXPECT_THAT(provider.outstanding(), IsEmpty());
+    EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK)
+        << "the caller was left in an apartment";
+    CoUninitialize();
 }
 
-TEST_F(RealComTest, a_path_is_asked_for_once) {
-    const LocatorInFront inFront(provider);
-    identify();
-    wmiCalls.clear();
-    EXPECT_THAT(identify(), ElementsAre(L"SN-1"));
-    EXPECT_THAT(wmiCalls.calls(), IsEmpty());
-}
-
-TEST_F(RealComTest, a_proxy_that_refuses_its_security_leaves_the_text_empty) {
-    const LocatorInFront inFront(provider);
-    wmiCalls.fail("IClientSecurity::SetBlanket", 1, E_ACCESSDENIED);
-    EXPECT_THAT(identify(), ElementsAre(L""));
-    EXPECT_EQ(wmiCalls.count("IWbemServices::ExecQuery"), 0u);
-    EXPECT_THAT(provider.outstanding(), IsEmpty());
-}
-
-TEST_F(RealComTest, a_caller_in_a_single_threaded_apartment_gets_the_text_and_stays_there) {
+// Promise (Threads and callbacks): The COM apartment of the calling thread does not matter, and
+// stays as it is: WMI is asked on a thread of its own.
+TEST_F(WmiQueryWithRealCom, leaves_the_apartment_of_the_caller_as_it_is) {
     const LocatorInFront inFront(provider);
     ASSERT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
     EXPECT_THAT(identify(), ElementsAre(L"SN-1"));
@@ -66,16 +55,8 @@ TEST_F(RealComTest, a_caller_in_a_single_threaded_apartment_gets_the_text_and_st
     CoUninitialize();
 }
 
-TEST_F(RealComTest, a_caller_without_an_apartment_is_left_without_one) {
-    const LocatorInFront inFront(provider);
-    EXPECT_THAT(identify(), ElementsAre(L"SN-1"));
-    // Entering any apartment is still open to it.
-    EXPECT_EQ(CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED), S_OK);
-    CoUninitialize();
-}
-
-// It has no instances of the class, or none of this monitor.
-TEST_F(RealComTest, the_systems_own_wmi_is_asked_once_and_the_text_stays_empty) {
+// The system has no instances of the class, or none of this monitor.
+TEST_F(WmiQueryWithRealCom, asks_the_systems_own_wmi_once) {
     EXPECT_THAT(identify(), ElementsAre(L""));
     EXPECT_EQ(com->locatorsMade(), 1u);
     EXPECT_THAT(identify(), ElementsAre(L""));

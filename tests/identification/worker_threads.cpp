@@ -4,7 +4,6 @@
 #include <process.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <stdexcept>
 #include <utility>
 
@@ -21,16 +20,15 @@ HANDLE duplicate(HANDLE thread) {
     return copy;
 }
 
-bool hasEnded(HANDLE thread) {
-    return WaitForSingleObject(thread, 0) == WAIT_OBJECT_0;
+bool isRunning(HANDLE thread) {
+    return WaitForSingleObject(thread, 0) != WAIT_OBJECT_0;
 }
 
 } // namespace
 
 WorkerThreads::WorkerThreads(HMODULE image)
     : beginRedirect(image, "_beginthreadex", addressOf(begin)),
-      waitRedirect(image, "WaitForSingleObject", addressOf(waitFor)),
-      closeRedirect(image, "CloseHandle", addressOf(close)) {}
+      waitRedirect(image, "WaitForSingleObject", addressOf(waitFor)) {}
 
 WorkerThreads::~WorkerThreads() {
     for (const HANDLE thread : threads) {
@@ -39,8 +37,7 @@ WorkerThreads::~WorkerThreads() {
 }
 
 std::size_t WorkerThreads::running() const {
-    return threads.size() -
-           static_cast<std::size_t>(std::count_if(threads.begin(), threads.end(), hasEnded));
+    return static_cast<std::size_t>(std::count_if(threads.begin(), threads.end(), isRunning));
 }
 
 void WorkerThreads::waitForAll() const {
@@ -49,38 +46,23 @@ void WorkerThreads::waitForAll() const {
     }
 }
 
-bool WorkerThreads::isThread(HANDLE object) const {
-    return std::find(handles.begin(), handles.end(), object) != handles.end();
-}
-
 std::uintptr_t __cdecl WorkerThreads::begin(void* security, unsigned stackSize, Procedure procedure,
                                             void* parameter, unsigned flags, unsigned* threadId) {
-    if (get().failNextStart != 0) {
-        errno = std::exchange(get().failNextStart, 0);
-        return 0;
-    }
     const std::uintptr_t result =
         _beginthreadex(security, stackSize, procedure, parameter, flags, threadId);
     if (result != 0) {
-        get().handles.push_back(reinterpret_cast<HANDLE>(result));
-        get().threads.push_back(duplicate(get().handles.back()));
+        get().startedLast = reinterpret_cast<HANDLE>(result);
+        get().threads.push_back(duplicate(get().startedLast));
     }
     return result;
 }
 
 DWORD WINAPI WorkerThreads::waitFor(HANDLE object, DWORD timeout) {
-    const bool fails = get().failNextWait != ERROR_SUCCESS && get().isThread(object);
-    const DWORD result = WaitForSingleObject(object, fails && get().failsAtOnce ? 0 : timeout);
-    if (!fails) {
-        return result;
+    if (get().failNextWait == ERROR_SUCCESS || object != get().startedLast) {
+        return WaitForSingleObject(object, timeout);
     }
     SetLastError(std::exchange(get().failNextWait, ERROR_SUCCESS));
     return WAIT_FAILED;
-}
-
-WINBOOL WINAPI WorkerThreads::close(HANDLE object) {
-    std::erase(get().handles, object);
-    return CloseHandle(object);
 }
 
 } // namespace tests
