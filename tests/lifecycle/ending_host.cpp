@@ -4,10 +4,10 @@
 #include "monitor/display/monitor_info.h"
 #include "monitor/service/ui_records.h"
 #include "simulation/import_redirect.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/fixtures/recording_runtime/recording_runtime.h"
 #include "tests/fixtures/shipped_runtime.h"
 #include "tests/support/library.h"
-#include "tests/fixtures/module_under_test.h"
 #include "tests/support/simulation.h"
 
 #include <windows.h>
@@ -34,8 +34,8 @@ void require(bool condition, const char* expectation) {
     }
 }
 
-// Ahead of every handler: under Wine, a crash while an image handles the end of the process goes
-// unnoticed otherwise.
+// Called before every handler: under Wine, a crash while an image handles the end of the process
+// would otherwise not be seen.
 LONG CALLBACK endAtCrash(EXCEPTION_POINTERS* exception) {
     constexpr DWORD severity = 0xF0000000;
     constexpr DWORD error = 0xC0000000;
@@ -57,7 +57,7 @@ struct LoadedModule {
 };
 
 struct Images {
-    Library plugIn{"lifecycle/plug_in.dll"}; // loaded before the products, and so ended after them
+    Library plugIn{"lifecycle/plug_in.dll"}; // loaded before the products, so it ends after them
     std::unique_ptr<ShippedRuntime> runtime;
     std::unique_ptr<Library> recordingLibrary;
     RecordingRuntime* recordingRuntime = nullptr;
@@ -114,7 +114,7 @@ void makeBlockedWindow() {
                                   0, 50, 50, nullptr, nullptr, nullptr, nullptr);
 }
 
-// What needs no service, is answered as before.
+// Functions that need no service still answer.
 void askWithoutService() {
     const LoadedModule& module = *images().module;
     const char* const reason = module.exports.getReasonNotCapturable(blockedWindow);
@@ -178,7 +178,7 @@ void expectExceptionsPass() {
     require(thrown, "the library throws");
 }
 
-// Those that the module has freed are among them: a value that it finds there is not its own.
+// Also those that the module has freed: a value that it finds there is not its own.
 void takeFreeSlots() {
     auto* const value = reinterpret_cast<void*>(std::intptr_t{1});
     for (int i = 0; i < 32; ++i) {
@@ -199,7 +199,7 @@ void callEverythingAndEnd() {
     TerminateProcess(GetCurrentProcess(), endedWell);
 }
 
-// What comes before every end: on the thread that ends the process.
+// Called before every end, on the thread that ends the process.
 void prepareEnd() {
     makeBlockedWindow();
     primaryMonitor = MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY);
@@ -269,7 +269,7 @@ LONG WINAPI describeUnknownMonitor(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) {
     return result;
 }
 
-// The lock of the serial numbers is held by the service thread, and never released.
+// The service thread holds the lock of the serial numbers and never releases it.
 void endInTheMiddleOfAQuery() {
     loadProducts();
     queryBegun = makeEvent();
@@ -311,14 +311,14 @@ void unloadOnAnotherThread() {
 
 int run(const std::string& how) {
     static const std::map<std::string, void (*)()> ways = {
-        {"return", returnFromMain},
-        {"exit-on-service-thread", exitOnServiceThread},
-        {"exit-on-another-thread", exitOnAnotherThread},
-        {"after-service-thread", endAfterServiceThread},
-        {"service-thread-waits", endWhileServiceThreadWaits},
-        {"during-query", endInTheMiddleOfAQuery},
-        {"runtime-cleans-up", endWithARuntimeThatCleansUpAtItsOwnEnd},
-        {"unloaded-on-another-thread", unloadOnAnotherThread},
+        {"return_from_main", returnFromMain},
+        {"exit_on_service_thread", exitOnServiceThread},
+        {"exit_on_another_thread", exitOnAnotherThread},
+        {"after_service_thread", endAfterServiceThread},
+        {"while_service_thread_waits", endWhileServiceThreadWaits},
+        {"during_query", endInTheMiddleOfAQuery},
+        {"runtime_cleans_up", endWithARuntimeThatCleansUpAtItsOwnEnd},
+        {"unloaded_on_another_thread", unloadOnAnotherThread},
     };
     AddVectoredExceptionHandler(TRUE, endAtCrash);
     ways.at(how)();
