@@ -19,7 +19,7 @@ struct Object {
     vorlen::ThreadObject<Object> instance;
 };
 
-// The slot of such objects is made once.
+// Makes the slot, which is made once, before the first test.
 class ThreadObjectWarmUp final : public testing::Environment {
     void SetUp() override { EXPECT_EQ(Object::ofThread(), nullptr); }
 };
@@ -27,7 +27,7 @@ class ThreadObjectWarmUp final : public testing::Environment {
 [[maybe_unused]] const auto* const warmUp =
     testing::AddGlobalTestEnvironment(new ThreadObjectWarmUp);
 
-TEST(ObjectOfThread, is_found_on_its_thread_until_it_is_destroyed) {
+TEST(ThreadObjectTest, finds_an_object_on_its_thread_until_it_is_destroyed) {
     {
         const Object object;
         EXPECT_EQ(Object::ofThread(), &object);
@@ -36,27 +36,24 @@ TEST(ObjectOfThread, is_found_on_its_thread_until_it_is_destroyed) {
     EXPECT_EQ(Object::ofThread(), nullptr);
 }
 
-TEST(ObjectOfThread, is_not_touched_by_a_binding_that_was_never_made) {
+TEST(ThreadObjectTest, keeps_an_object_when_an_unused_binding_is_destroyed) {
     const Object object;
     { const vorlen::ThreadObject<Object> unbound; }
     EXPECT_EQ(Object::ofThread(), &object);
 }
 
-class ObjectDestroyedElsewhere : public testing::Test {
+// An object that is destroyed on another thread than its own.
+class ThreadObjectElsewhere : public testing::Test {
 protected:
-    // Until the program ends, one entry stays behind for each such object.
-    ObjectDestroyedElsewhere() { expectBlocksLeft(1); }
+    // One entry stays for each such object until the program ends.
+    ThreadObjectElsewhere() { expectBlocksLeft(1); }
 
     std::unique_ptr<Object> object = std::make_unique<Object>();
 };
 
-TEST_F(ObjectDestroyedElsewhere, is_never_found_again) {
+TEST_F(ThreadObjectElsewhere, is_not_found_again_and_lets_another_be_bound) {
     onAnotherThread([this] { object.reset(); });
     EXPECT_EQ(Object::ofThread(), nullptr);
-}
-
-TEST_F(ObjectDestroyedElsewhere, does_not_stand_in_the_way_of_the_next) {
-    onAnotherThread([this] { object.reset(); });
     {
         const Object next;
         EXPECT_EQ(Object::ofThread(), &next);
@@ -64,7 +61,7 @@ TEST_F(ObjectDestroyedElsewhere, does_not_stand_in_the_way_of_the_next) {
     EXPECT_EQ(Object::ofThread(), nullptr);
 }
 
-TEST_F(ObjectDestroyedElsewhere, clears_the_pointer_of_the_thread_that_destroys_it) {
+TEST_F(ThreadObjectElsewhere, clears_the_pointer_of_the_thread_that_destroys_it) {
     onAnotherThread([this] {
         const Object other;
         object.reset();
@@ -72,7 +69,7 @@ TEST_F(ObjectDestroyedElsewhere, clears_the_pointer_of_the_thread_that_destroys_
     });
 }
 
-TEST_F(ObjectDestroyedElsewhere, leaves_the_objects_of_other_threads_alone) {
+TEST_F(ThreadObjectElsewhere, leaves_the_objects_of_other_threads_alone) {
     Signal made;
     Signal destroyed;
     std::thread other([&] {

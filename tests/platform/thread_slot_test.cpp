@@ -11,7 +11,7 @@ namespace {
 
 using IntSlot = vorlen::ThreadSlot<int>;
 
-TEST(ThreadSlot, has_a_pointer_for_each_thread_null_at_first) {
+TEST(ThreadSlotTest, has_a_pointer_for_each_thread_null_at_first) {
     const IntSlot slot;
     int mine = 0;
     IntSlot::Set(&mine);
@@ -21,7 +21,7 @@ TEST(ThreadSlot, has_a_pointer_for_each_thread_null_at_first) {
     EXPECT_EQ(IntSlot::Get(), nullptr);
 }
 
-// Another owner of thread slots, who is given the one that was just freed.
+// Another user of thread slots, to which the system gives the one that was just freed.
 class NextOwner {
 public:
     explicit NextOwner(DWORD freed) {
@@ -53,7 +53,7 @@ DWORD nextIndex() {
     return index;
 }
 
-TEST(DestroyedThreadSlot, leaves_its_index_to_the_next_owner) {
+TEST(ThreadSlotTest, leaves_its_index_to_the_next_owner) {
     const DWORD index = nextIndex();
     int mine = 0;
     {
