@@ -88,20 +88,15 @@ DebugCallback& storedCallback() {
     return *reinterpret_cast<DebugCallback*>(reinterpret_cast<void*>(address));
 }
 
-TEST(Logger, is_made_once_when_eight_threads_ask_for_it_at_the_same_time) {
+TEST(Logger, is_made_once_when_threads_ask_at_the_same_time) {
     const auto& loggers = firstUse().loggers;
     EXPECT_EQ(std::set(loggers.begin(), loggers.end()), std::set{&theLogger()});
     EXPECT_NE(&theLogger(), nullptr);
+    EXPECT_EQ(vllogger::instance(), &theLogger());
     EXPECT_EQ(FirstUse::constructions, 1);
 }
 
-TEST(Logger, is_the_same_object_each_time) {
-    vllogger* const first = &theLogger();
-    EXPECT_EQ(vllogger::instance(), first);
-    EXPECT_EQ(vllogger::instance(), first);
-}
-
-TEST(Logger, tells_whether_it_is_initialized_by_its_leading_member) {
+TEST(Logger, is_initialized_when_its_leading_member_is_true) {
     vllogger& logger = theLogger();
     bool& leading = *reinterpret_cast<bool*>(&logger);
     const bool before = leading;
@@ -120,7 +115,7 @@ struct Convenience {
 
 class LoggerConvenience : public testing::TestWithParam<Convenience> {};
 
-TEST_P(LoggerConvenience, is_one_call_of_log_with_its_level_the_message_and_false) {
+TEST_P(LoggerConvenience, calls_log_with_its_level_the_message_and_false) {
     vllogger& logger = theLogger();
     const std::string message("one line \0 \xC3\xA9", 13);
     Journal journal;
