@@ -20,13 +20,13 @@ DWORD WINAPI twoTicks() {
     return 2;
 }
 
-// The compiler takes an import table for constant within one function: the table is read anew only
-// by a function of its own.
+// The compiler assumes that an import table does not change within one function: a function of its
+// own reads the table at each call.
 [[gnu::noinline]] DWORD ticks() {
     return GetTickCount();
 }
 
-TEST(ImportRedirect, sends_calls_to_the_replacement_until_it_goes_out_of_scope) {
+TEST(ImportRedirect, redirects_calls_until_it_goes_out_of_scope) {
     const ULONGLONG real = ticks();
     {
         const ImportRedirect redirect(thisProgram(), "GetTickCount", addressOf(oneTick));

@@ -22,7 +22,7 @@ TEST(Journal, keeps_the_order_of_the_calls_and_counts_them_by_name) {
     EXPECT_EQ(journal.count("c"), 0u);
 }
 
-TEST(Journal, lets_the_call_fail_that_was_chosen_counted_from_the_moment_of_choosing) {
+TEST(Journal, lets_the_nth_call_from_now_fail) {
     Journal journal;
     journal.enter("a");
     journal.fail("a", 2, 87);
@@ -40,7 +40,7 @@ TEST(Journal, lets_every_call_fail) {
     EXPECT_EQ(journal.enter("b"), std::nullopt);
 }
 
-TEST(Journal, runs_an_action_at_the_chosen_call_and_lets_it_throw) {
+TEST(Journal, runs_an_action_at_the_nth_call_and_lets_it_throw) {
     Journal journal;
     journal.at("a", 2, [] { throw std::runtime_error("planned"); });
     EXPECT_NO_THROW(journal.enter("a"));
@@ -49,7 +49,7 @@ TEST(Journal, runs_an_action_at_the_chosen_call_and_lets_it_throw) {
     EXPECT_EQ(journal.count("a"), 3u);
 }
 
-TEST(Journal, forgets_past_calls_but_no_plan_when_it_is_cleared) {
+TEST(Journal, forgets_past_calls_and_keeps_plans_when_cleared) {
     Journal journal;
     journal.fail("a", 2);
     journal.enter("a");
@@ -58,7 +58,7 @@ TEST(Journal, forgets_past_calls_but_no_plan_when_it_is_cleared) {
     EXPECT_TRUE(journal.enter("a").has_value());
 }
 
-TEST(Journal, forgets_every_plan_but_no_past_call_when_plans_are_dropped) {
+TEST(Journal, drops_plans_and_keeps_past_calls) {
     Journal journal;
     journal.fail("a");
     journal.failAll("b");

@@ -1,5 +1,5 @@
-// A simulated desktop ends with a failure when the image under test, here this program, has kept
-// something of it.
+// A simulated desktop reports a failure at its end when the image under test, here this program,
+// has kept something of it.
 
 #include "simulation/simulated_desktop.h"
 #include "tests/support/failures_of.h"
@@ -30,7 +30,7 @@ std::set<std::string> functionsNotImported() {
     return functions;
 }
 
-// The failures of a desktop that something is done with.
+// The failures that a desktop reports at its end, after it was used so.
 template <typename Function>
 std::vector<std::string> failuresOfDesktop(Function use) {
     return failuresOf([&] {
@@ -46,7 +46,7 @@ HWINEVENTHOOK hook() {
                            WINEVENT_OUTOFCONTEXT);
 }
 
-TEST(SimulatedDesktop, notices_an_event_hook_that_was_kept) {
+TEST(SimulatedDesktop, reports_an_event_hook_that_was_kept) {
     EXPECT_THAT(failuresOfDesktop([](auto&) { hook(); }),
                 ElementsAre(HasSubstr("event hooks were left installed")));
 }
@@ -59,20 +59,20 @@ TEST(SimulatedDesktop, lets_a_test_leave_an_event_hook_on_purpose) {
                 IsEmpty());
 }
 
-TEST(SimulatedDesktop, notices_a_string_that_was_kept) {
+TEST(SimulatedDesktop, reports_a_string_that_was_kept) {
     BSTR text = nullptr;
     EXPECT_THAT(failuresOfDesktop([&](auto&) { text = SysAllocString(L"kept"); }),
                 ElementsAre(HasSubstr("BSTR")));
     SysFreeString(text);
 }
 
-TEST(SimulatedDesktop, notices_a_variant_that_was_kept) {
+TEST(SimulatedDesktop, reports_a_variant_that_was_kept) {
     VARIANT value;
     EXPECT_THAT(failuresOfDesktop([&](auto&) { VariantInit(&value); }),
                 ElementsAre(HasSubstr("VARIANT")));
 }
 
-TEST(SimulatedDesktop, notices_an_access_to_a_safe_array_that_was_kept) {
+TEST(SimulatedDesktop, reports_an_access_to_a_safe_array_that_was_kept) {
     SAFEARRAY* const array = SafeArrayCreateVector(VT_I4, 0, 1);
     void* data = nullptr;
     EXPECT_THAT(failuresOfDesktop([&](auto&) { SafeArrayAccessData(array, &data); }),
@@ -81,13 +81,13 @@ TEST(SimulatedDesktop, notices_an_access_to_a_safe_array_that_was_kept) {
     SafeArrayDestroy(array);
 }
 
-TEST(SimulatedDesktop, notices_an_apartment_that_was_not_left) {
+TEST(SimulatedDesktop, reports_an_apartment_that_was_not_left) {
     EXPECT_THAT(failuresOfDesktop(
                     [](auto&) { EXPECT_EQ(CoInitializeEx(nullptr, COINIT_MULTITHREADED), S_OK); }),
                 ElementsAre(HasSubstr("apartment")));
 }
 
-TEST(SimulatedDesktop, notices_a_com_object_that_was_not_released) {
+TEST(SimulatedDesktop, reports_a_com_object_that_was_not_released) {
     EXPECT_THAT(failuresOfDesktop([](auto& desktop) { desktop.wmi.provider.makeLocator(); }),
                 ElementsAre(HasSubstr("IWbemLocator")));
 }
