@@ -27,7 +27,7 @@ protected:
     const LoadedImage image{file.image()};
 };
 
-TEST_P(Product, can_be_moved_in_memory_and_runs_no_data) {
+TEST_P(Product, can_be_moved_in_memory_and_executes_no_data) {
     const unsigned characteristics = image.optionalHeader().DllCharacteristics;
     EXPECT_TRUE(characteristics & IMAGE_DLLCHARACTERISTICS_DYNAMIC_BASE);
     EXPECT_TRUE(characteristics & IMAGE_DLLCHARACTERISTICS_HIGH_ENTROPY_VA);
@@ -36,7 +36,7 @@ TEST_P(Product, can_be_moved_in_memory_and_runs_no_data) {
     EXPECT_NE(relocations.Size, 0u) << "an image without relocations stays where it was linked to";
 }
 
-TEST_P(Product, needs_nothing_but_the_system_and_the_other_products) {
+TEST_P(Product, needs_only_the_system_and_the_other_products) {
     for (const std::string& library : image.importedLibraries()) {
         EXPECT_TRUE(products.contains(library) || isSystemLibrary(library)) << library;
     }
