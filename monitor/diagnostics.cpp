@@ -36,7 +36,8 @@ bool restartWindowList() {
     }
     service->UseWindowList(false);
     service->UseWindowList(true);
-    return true;
+    // A window procedure that ran while titles were read may have shut the library down.
+    return WindowList::Get() != nullptr;
 }
 
 } // namespace vorlen::monitor_internal

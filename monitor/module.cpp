@@ -33,7 +33,8 @@ const struct ServiceEnd {
 
 void initModule() {
     static bool initialising = false;
-    if (service == nullptr && !initialising) {
+    // A list can be read without a service when a window procedure has shut the service down.
+    if (service == nullptr && !initialising && !WindowList::IsReading()) {
         const ScopedFlag marked(initialising);
         service = new MonitorData;
     }

@@ -29,16 +29,20 @@ private:
     alignas(std::vector<Record>) std::byte memory[sizeof(std::vector<Record>)]{};
 };
 
+// Not local to the functions: such statics take a lock, for which the end of the process must not
+// wait.
+const EmptyVector<ui::WindowInfo> noWindows;
+const EmptyVector<ui::MonitorInfo> noMonitors;
+const EmptyVector<std::string> noNames;
+
 const std::vector<ui::WindowInfo>& windowList() {
-    static const EmptyVector<ui::WindowInfo> none;
     MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetWindowList() : none.get();
+    return service != nullptr ? service->GetWindowList() : noWindows.get();
 }
 
 const std::vector<ui::MonitorInfo>& monitorList() {
-    static const EmptyVector<ui::MonitorInfo> none;
     MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetMonitorList() : none.get();
+    return service != nullptr ? service->GetMonitorList() : noMonitors.get();
 }
 
 const char* currentMonitorName() {
@@ -47,15 +51,13 @@ const char* currentMonitorName() {
 }
 
 const std::vector<std::string>& vorlenModelName(const char* deviceName) {
-    static const EmptyVector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(deviceName) : none.get();
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : noNames.get();
 }
 
 const std::vector<std::string>& vorlenModelNameWide(const wchar_t* deviceName) {
-    static const EmptyVector<std::string> none;
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(deviceName) : none.get();
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : noNames.get();
 }
 
 void setVorlenModelName(const char* modelName) {

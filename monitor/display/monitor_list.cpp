@@ -4,15 +4,15 @@
 #include "platform/combo_box.h"
 
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 
-MonitorList::MonitorList(bool includeAll) {
+MonitorList::MonitorList(bool includeAll) : includeAllDisplays(includeAll) {
     if (Get() != nullptr) {
         throw std::logic_error("MonitorList already exists for this thread!");
     }
     instance.Bind(*this);
-    includeAllDisplays = includeAll;
 }
 
 MonitorList* MonitorList::Get() {
@@ -37,10 +37,11 @@ void MonitorList::RegisterComboBoxForUpdates(HWND comboBox) {
 }
 
 void MonitorList::ForceUpdateComboBox(HWND comboBox) {
+    const std::weak_ptr<void> alive = lifetime;
     vorlen::resetComboBox(comboBox);
-    // By index and with copies: the list may be updated while the combo box handles a message.
-    // NOLINTNEXTLINE(modernize-loop-convert)
-    for (std::size_t i = 0; i < monitors.size(); ++i) {
+    // By index and with copies: the list may be updated or destroyed while the combo box handles a
+    // message.
+    for (std::size_t i = 0; !alive.expired() && i < monitors.size(); ++i) {
         const std::wstring deviceName = monitors[i].deviceName;
         vorlen::appendToComboBox(comboBox, deviceName);
     }

@@ -3,6 +3,7 @@
 #include "monitor/display/monitor_info.h"
 #include "platform/thread_object.h"
 
+#include <memory>
 #include <vector>
 
 // The monitors of the last Update and the combo boxes that show their names. A thread has at most
@@ -31,7 +32,8 @@ public:
     RECT GetMonitorRect(HMONITOR monitor) const;
 
     // Keeps the handle of the combo box, which stays the caller's, and fills it with the device
-    // names. Throws _com_error when the combo box replies with an error.
+    // names. Throws _com_error when the combo box replies with an error. The procedure of the combo
+    // box may destroy the list, which then sends no further message.
     void RegisterComboBoxForUpdates(HWND comboBox);
 
 private:
@@ -39,6 +41,8 @@ private:
 
     std::vector<HWND> comboBoxes; // in order of registration, duplicates kept
     std::vector<MonitorInfo> monitors;
-    bool includeAllDisplays = false;
-    vorlen::ThreadObject<MonitorList> instance; // last member: the thread's list is cleared first
+    bool includeAllDisplays;
+    vorlen::ThreadObject<MonitorList> instance; // after the members above: cleared before they end
+    // Expires with the list, which the procedure of a combo box may destroy.
+    std::shared_ptr<void> lifetime = std::make_shared<char>();
 };

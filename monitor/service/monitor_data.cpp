@@ -24,10 +24,6 @@ MonitorData::MonitorData()
     UpdateMonitorList();
 }
 
-MonitorData::~MonitorData() {
-    monitorList.reset();
-}
-
 void MonitorData::RefreshMonitorListIfStale() {
     const auto age = std::chrono::steady_clock::now() - lastMonitorUpdate;
     if (monitors.empty() || age >= staleAfter || monitorUpdate == Update::abandoned) {

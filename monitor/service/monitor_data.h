@@ -26,7 +26,7 @@ public:
     // Makes a WindowList, takes over the calling thread's MonitorList or makes one, and reads the
     // desktop. After an exception the lists that it owned are destroyed.
     MonitorData();
-    ~MonitorData();
+    ~MonitorData() = default;
     MonitorData(const MonitorData&) = delete;
     MonitorData& operator=(const MonitorData&) = delete;
 
@@ -62,7 +62,8 @@ public:
 
     // Switches the live window list on or off. The snapshot stays as it is when the list is
     // switched off; when it is switched on, a new list reads the windows, in the system's order. A
-    // call from within that reading only decides whether the list is on or off after it.
+    // call from within that reading only decides whether the list is on or off after it. A window
+    // procedure that runs during the reading may destroy the service.
     void UseWindowList(bool use);
 
     // Updates the snapshot from the live list. The snapshot stays as it is while the list is off.
@@ -76,9 +77,8 @@ public:
     // as above) is set up as the kit requires. Logs what it judges, and keeps the outcome for
     // lastMonitorStatus. Throws std::range_error when a text of the monitor is not valid UTF-16;
     // the outcome stays unchanged then. The core may refresh the list during the check: the check
-    // judges the list that it began with. A callback of the log may destroy the service: the check
-    // still completes.
-    // Given: the name in lower camel case.
+    // judges the list that it began with. The core and callbacks of the log may destroy the
+    // service: the check still completes. Given: the name in lower camel case.
     bool checkMonitorStatus();
 
     // The monitor that the last check judged, as it is cached now. Null when the check judged no
@@ -102,9 +102,6 @@ private:
 
     // Given: the fields above and their order. The fields below are the service's own.
     std::optional<std::uint64_t> windowsRevision; // of the live list when the snapshot was taken
-    // Set while a WindowList is constructed. Shared: a window procedure may destroy the service
-    // during the construction.
-    std::shared_ptr<bool> readingWindows = std::make_shared<bool>(false);
     enum class Update { complete, running, abandoned } monitorUpdate = Update::complete;
     HMONITOR checkedMonitor = nullptr;
     // Expires with the service: functions that run code of the host check it afterwards.

@@ -2,6 +2,7 @@
 
 #include "monitor/service/monitor_data.h"
 #include "platform/text.h"
+#include "runtime/core.h"
 #include "runtime/logger.h"
 #include "vorlen/status.h"
 
@@ -26,6 +27,11 @@ VLStatus lastStatus = UNKNOWN_STATUS;
 
 void logLine(level_enum level, const std::string& message) {
     logger->log(level, message, false);
+}
+
+bool isKitMonitor(const ui::MonitorInfo& monitor) {
+    const std::string deviceName = lowBytes(monitor.deviceName);
+    return !VorlenCore::Instance().GetVorlenModelName(deviceName).empty();
 }
 
 void describe(const ui::MonitorInfo& monitor) {
@@ -62,23 +68,22 @@ bool MonitorData::checkMonitorStatus() {
     RefreshMonitorListIfStale();
     // A copy: the runtime and callbacks of its log may refresh the list or run another check.
     const std::vector<ui::MonitorInfo> candidates = monitors;
-    const auto kitMonitor =
-        std::ranges::find_if(candidates, [this](const ui::MonitorInfo& monitor) {
-            return !GetVorlenModelName(monitor.deviceName.c_str()).empty();
-        });
+    // They may also destroy the service.
+    const std::weak_ptr<void> alive = lifetime;
+    const auto keep = [&](HMONITOR monitor, VLStatus status) {
+        if (!alive.expired()) {
+            checkedMonitor = monitor;
+        }
+        lastStatus = status;
+    };
+    const auto kitMonitor = std::ranges::find_if(candidates, isKitMonitor);
     if (kitMonitor == candidates.end()) {
-        checkedMonitor = nullptr;
-        lastStatus = MONITOR_NOT_CONNECTED;
+        keep(nullptr, MONITOR_NOT_CONNECTED);
         return false;
     }
-    // A callback of the log may also destroy the service.
-    const std::weak_ptr<void> alive = lifetime;
     describe(*kitMonitor);
     const VLStatus status = judge(*kitMonitor);
-    if (!alive.expired()) {
-        checkedMonitor = kitMonitor->handle;
-    }
-    lastStatus = status;
+    keep(kitMonitor->handle, status);
     logOutcome(status);
     return status == MONITOR_OK;
 }

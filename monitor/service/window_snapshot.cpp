@@ -1,5 +1,4 @@
 #include "monitor/service/monitor_data.h"
-#include "platform/scope.h"
 #include "platform/text.h"
 
 #include <memory>
@@ -12,9 +11,7 @@ void MonitorData::UseWindowList(bool use) {
     if (!use) {
         // reset() clears the pointer first: code that the destructor calls finds no list.
         windowList.reset();
-    } else if (!windowList && !*readingWindows) {
-        const std::shared_ptr<bool> reading = readingWindows;
-        const ScopedFlag marked(*reading);
+    } else if (!windowList && !WindowList::IsReading()) {
         const std::weak_ptr<void> alive = lifetime;
         auto list = std::make_unique<WindowList>();
         // A window procedure that ran while titles were read may have destroyed the service or
@@ -28,7 +25,7 @@ void MonitorData::UseWindowList(bool use) {
 
 // Intended: the snapshot stays unchanged while the list is off.
 void MonitorData::UpdateWindowList() {
-    if (!windowList || !useWindowList || windowsRevision == windowList->GetRevision()) {
+    if (!windowList || windowsRevision == windowList->GetRevision()) {
         return;
     }
     windowsRevision.reset();

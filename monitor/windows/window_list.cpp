@@ -15,7 +15,10 @@
 WindowList::WindowList() {
     delete Get();
     instance.Bind(*this);
-    Seed();
+    {
+        const vorlen::ScopedFlag marked(reading);
+        Seed();
+    }
     hook.reset(SetWinEventHook(EVENT_OBJECT_DESTROY, EVENT_OBJECT_UNCLOAKED, nullptr, OnEvent, 0, 0,
                                WINEVENT_OUTOFCONTEXT));
 }
@@ -26,6 +29,7 @@ WindowList* WindowList::Get() {
 
 void WindowList::Seed() {
     vorlen::forEachWindow([this](HWND hwnd) {
+        // Most windows have no title: the two texts are not read for them.
         if (GetWindowTextLengthW(hwnd) < 1) {
             return;
         }

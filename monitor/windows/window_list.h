@@ -29,6 +29,10 @@ public:
     // The calling thread's list, or null.
     static WindowList* Get();
 
+    // Whether a constructor is reading the windows, for which window procedures of the host may be
+    // called. Another list must not be constructed then: it would delete the unfinished one.
+    static bool IsReading() { return reading; }
+
     // The windows, valid until the thread next retrieves messages. A title is the one that the
     // window had when it was added.
     const std::vector<WindowInfo>& GetCurrentWindows() const { return windows; }
@@ -56,6 +60,8 @@ private:
     void ForceUpdateComboBox(HWND comboBox);
     template <typename Send>
     void NotifyComboBoxes(const Send& send);
+
+    static inline bool reading = false;
 
     std::vector<HWND> comboBoxes;          // in order of registration, duplicates kept
     std::vector<WindowInfo> windows;       // in the order in which they were added

@@ -191,6 +191,20 @@ TEST_F(ReenteringComboBox, may_be_destroyed_while_it_handles_a_message) {
 }
 
 // How the procedure ends the list that sends the message.
+TEST_F(ReenteringComboBox, may_shut_down_while_it_is_filled_with_monitors) {
+    desktop.addMonitor(L"first", L"Model A", wideMode);
+    desktop.addMonitor(L"second", L"Model B", wideMode);
+    for (std::size_t message = 1; message <= 2; ++message) {
+        SCOPED_TRACE(message);
+        module.exports->updateMonitorList();
+        desktop.comboBoxes.messages.clear();
+        atMessage(message, [&] { module.cleanup(); });
+        module.windowEnumWrapper().registerMonitorComboBox(desktop.comboBoxes.add());
+        EXPECT_THAT(desktop.comboBoxes.messages, testing::SizeIs(message));
+        module.init();
+    }
+}
+
 struct End {
     const char* name;
     void (*run)(const ModuleUnderTest&);

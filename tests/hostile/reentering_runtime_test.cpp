@@ -154,5 +154,23 @@ TEST_F(ReenteringStatusCheck, completes_when_the_log_shuts_the_library_down) {
     }
 }
 
+TEST_F(ReenteringStatusCheck, completes_when_the_core_shuts_the_library_down) {
+    for (std::size_t call = 1; call <= 2; ++call) {
+        SCOPED_TRACE(call);
+        desktop.journal.at("VorlenCore::GetVorlenModelName", call, [&] { module.cleanup(); });
+        EXPECT_TRUE(check());
+        EXPECT_EQ(status(), 16);
+        EXPECT_EQ(module.exports->getMonitorData(), nullptr);
+        module.init();
+    }
+}
+
+TEST_F(ReenteringStatusCheck, finds_nothing_though_the_core_shuts_the_library_down) {
+    module.runtime.resetCore();
+    desktop.journal.at("VorlenCore::GetVorlenModelName", 1, [&] { module.cleanup(); });
+    EXPECT_FALSE(check());
+    EXPECT_EQ(status(), 17);
+}
+
 } // namespace
 } // namespace tests

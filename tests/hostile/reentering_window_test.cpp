@@ -166,5 +166,21 @@ TEST_F(ReenteringWindowSwitch, may_shut_the_library_down) {
     expectRestartLists({a, b});
 }
 
+// Another service would delete the list that is being read.
+TEST_F(ReenteringWindowSwitch, cannot_start_the_library_after_a_shutdown) {
+    switchOnWhile([&] {
+        module.cleanup();
+        module.init();
+    });
+    expectRestartLists({a, b});
+}
+
+TEST_F(ReenteringWindowSwitch, makes_a_restart_fail_by_a_shutdown) {
+    useWindowList(true);
+    desktop.journal.at("GetWindowTextW", 2, [&] { module.cleanup(); });
+    EXPECT_FALSE(module.exports->restartWindowList());
+    expectRestartLists({a, b});
+}
+
 } // namespace
 } // namespace tests
