@@ -8,9 +8,9 @@ function(vorlen_tests name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "UNACCOUNTED" "FOLDER" "SOURCES;LIBRARIES;NEEDS")
     set(program ${name}_tests)
     add_executable(${program} ${arg_SOURCES}
-        ${PROJECT_SOURCE_DIR}/tests/fixtures/simulation_reports.cpp
         ${PROJECT_SOURCE_DIR}/tests/support/crash_report.cpp
-        ${PROJECT_SOURCE_DIR}/tests/support/heap_check.cpp)
+        ${PROJECT_SOURCE_DIR}/tests/support/heap_check.cpp
+        ${PROJECT_SOURCE_DIR}/tests/support/simulation_reports.cpp)
     if(NOT arg_UNACCOUNTED)
         target_sources(${program} PRIVATE ${PROJECT_SOURCE_DIR}/tests/support/accounting.cpp)
     endif()
