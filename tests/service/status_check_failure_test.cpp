@@ -1,40 +1,25 @@
-#include "tests/service/status_check.h"
-#include "tests/support/allocations.h"
+#include "tests/fixtures/status_check_test.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <algorithm>
-#include <chrono>
-#include <new>
 #include <stdexcept>
 #include <string>
-#include <vector>
+#include <utility>
 
 namespace tests {
 namespace {
 
-using namespace std::chrono_literals;
-using testing::AnyOf;
 using testing::IsEmpty;
 
-// Longer than what a string holds without memory of its own.
-const std::wstring longDeviceName = LR"(\\.\DISPLAY-BEHIND-THE-DOCK)";
-
-const std::vector<LogLine> linesOfPassedCheck = {
-    {debugLevel, "Monitor Info : Vorlen One, "},
-    {debugLevel, "Monitor Resolution : 3840 x 2160"},
-    {debugLevel, "Monitor FRAMERATE : 60"},
-    {infoLevel, "The monitor exists."},
-};
+const std::wstring kitDevice = LR"(\\.\DISPLAY2)";
 
 void failOnPurpose() {
     throw std::runtime_error("planned");
 }
 
-class StatusCheckFailureTest : public StatusCheckTest {
+class FailingStatusCheck : public StatusCheckTest {
 protected:
-    // What is to be seen after a failure at any place: an outcome that was there before.
+    // An outcome that was there before.
     void checkWithoutKitMonitor() {
         module.runtime.resetCore();
         module.exports->updateMonitorList();
@@ -44,37 +29,18 @@ protected:
         log.lines.clear();
     }
 
-    // Checks while the n-th request for memory fails. Returns whether there was one.
-    bool checkWithoutMemory(std::size_t n) const {
-        Allocations allocations({module.image()});
-        allocations.failRequest(n);
-        bool thrown = false;
-        try {
-            EXPECT_TRUE(check());
-        } catch (const std::bad_alloc&) {
-            thrown = true;
-        }
-        EXPECT_EQ(thrown, allocations.hasFailed());
-        return thrown;
-    }
-
-    bool linesAreFirstOfPassedCheck() const {
-        return log.lines.size() <= linesOfPassedCheck.size() &&
-               std::equal(log.lines.begin(), log.lines.end(), linesOfPassedCheck.begin());
-    }
-
     void expectPassedCheck() {
         log.lines.clear();
         EXPECT_TRUE(check());
         EXPECT_EQ(status(), 16);
-        EXPECT_EQ(judged(), longDeviceName);
-        EXPECT_EQ(log.lines, linesOfPassedCheck);
+        EXPECT_EQ(judged(), kitDevice);
+        EXPECT_EQ(log.lines.size(), 4u);
     }
 };
 
-TEST_F(StatusCheckFailureTest, passes_on_what_the_runtime_throws_about_models) {
+TEST_F(FailingStatusCheck, keeps_the_earlier_outcome_when_the_runtime_throws) {
     addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor(uhdAt60, longDeviceName);
+    addKitMonitor(uhdAt60, kitDevice);
     module.init();
     checkWithoutKitMonitor();
     desktop.journal.at("VorlenCore::GetVorlenModelName", 2, failOnPurpose);
@@ -85,80 +51,82 @@ TEST_F(StatusCheckFailureTest, passes_on_what_the_runtime_throws_about_models) {
     expectPassedCheck();
 }
 
-TEST_F(StatusCheckFailureTest, passes_on_what_the_refresh_throws_and_refreshes_next_time) {
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor(uhdAt60, longDeviceName);
+TEST_F(FailingStatusCheck, has_an_outcome_only_if_the_last_line_is_what_throws) {
+    addKitMonitor(uhdAt60, kitDevice);
     module.init();
-    checkWithoutKitMonitor();
-    desktop.clock.advance(500ms);
-    desktop.journal.at("VorlenCore::AddMonitorItem", 2, failOnPurpose);
-    EXPECT_THROW(check(), std::runtime_error);
-    EXPECT_EQ(status(), 17);
-    EXPECT_THAT(log.lines, IsEmpty());
-    desktop.journal.clear();
-    expectPassedCheck();
-    EXPECT_EQ(desktop.journal.count("EnumDisplayMonitors"), 1u);
-}
-
-TEST_F(StatusCheckFailureTest, passes_on_what_the_logger_throws_with_the_outcome_known_or_not) {
-    addKitMonitor(uhdAt60, longDeviceName);
-    module.init();
-    for (std::size_t line = 1; line <= linesOfPassedCheck.size(); ++line) {
+    for (std::size_t line = 1; line <= 4; ++line) {
         checkWithoutKitMonitor();
         desktop.journal.at("vllogger::log", line, failOnPurpose);
         EXPECT_THROW(check(), std::runtime_error);
-        const bool known = line == linesOfPassedCheck.size();
-        EXPECT_EQ(status(), known ? 16 : 17);
-        EXPECT_EQ(judged(), known ? longDeviceName : L"");
+        EXPECT_EQ(status(), line == 4 ? 16 : 17);
+        EXPECT_EQ(judged(), line == 4 ? kitDevice : L"");
         EXPECT_EQ(log.lines.size(), line - 1);
         expectPassedCheck();
     }
 }
 
-TEST_F(StatusCheckFailureTest, survives_exhausted_memory_anywhere_on_a_young_list) {
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor(uhdAt60, longDeviceName);
+// Promise (checkMonitorStatus): A name or serial number with an unpaired surrogate leaves as
+// `std::range_error`. The status and the judged monitor stay those of the check before.
+TEST_F(FailingStatusCheck, throws_for_texts_that_are_not_utf16) {
+    const std::pair<std::wstring, std::wstring> texts[] = {{L"Vorlen \xD83D One", L"SN-0042"},
+                                                           {L"Vorlen One", L"SN\xD83D"}};
+    addKitMonitor(fullHdAt60, kitDevice);
     module.init();
-    checkWithoutKitMonitor();
-    std::size_t failures = 0;
-    while (checkWithoutMemory(failures + 1)) {
-        ++failures;
-        EXPECT_THAT(status(), AnyOf(17, 16));
-        EXPECT_TRUE(linesAreFirstOfPassedCheck());
-        expectPassedCheck();
-        checkWithoutKitMonitor();
+    EXPECT_FALSE(check());
+    log.lines.clear();
+    for (const auto& [friendlyName, serialNumber] : texts) {
+        addKitMonitorWithTexts(friendlyName, serialNumber);
+        std::swap(desktop.monitors.all.front(), desktop.monitors.all.back());
+        module.exports->updateMonitorList();
+        try {
+            check();
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const std::range_error& error) {
+            EXPECT_STREQ(error.what(), "bad conversion");
+        }
+        EXPECT_EQ(status(), 18);
+        EXPECT_EQ(judged(), kitDevice);
+        EXPECT_THAT(log.lines, IsEmpty());
+        desktop.monitors.all.erase(desktop.monitors.all.begin());
+        desktop.displayPaths.all.pop_back();
     }
-    // The device name, the four messages and what they are put together from.
-    EXPECT_GE(failures, 5u);
+}
+
+TEST_F(FailingStatusCheck, does_not_convert_names_of_other_monitors) {
+    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
+    desktop.displayPaths.all.back().friendlyName = L"Office \xD83D";
+    addKitMonitor(uhdAt60, kitDevice);
+    addKitMonitor(uhdAt60, LR"(\\.\DISPLAY3)");
+    desktop.displayPaths.all.back().friendlyName = L"Vorlen \xD83D";
+    module.init();
     expectPassedCheck();
 }
 
-TEST_F(StatusCheckFailureTest, survives_exhausted_memory_anywhere_while_it_refreshes) {
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor(uhdAt60, longDeviceName);
+// Promise (Threads and callbacks): A debug callback of the log may have the monitors read during
+// `checkMonitorStatus`. The check judges the monitor that it has logged.
+TEST_F(StatusCheckTest, judges_what_it_has_logged_although_the_log_updates) {
+    SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
     module.init();
-    checkWithoutKitMonitor();
-    desktop.clock.advance(500ms);
-    std::size_t failures = 0;
-    while (checkWithoutMemory(failures + 1)) {
-        ++failures;
-        EXPECT_THAT(status(), AnyOf(17, 16));
-        EXPECT_TRUE(linesAreFirstOfPassedCheck());
-        expectPassedCheck();
-        checkWithoutKitMonitor();
-        desktop.clock.advance(500ms);
-    }
-    EXPECT_GE(failures, 15u);
-    expectPassedCheck();
-}
-
-TEST_F(StatusCheckFailureTest, keeps_no_memory_of_a_check_on_a_young_list) {
-    addKitMonitor(uhdAt60, longDeviceName);
-    module.init();
-    const Allocations allocations({module.image()});
+    desktop.journal.at("vllogger::log", 1, [&] {
+        monitor.mode = fullHdAt60;
+        module.exports->updateMonitorList();
+    });
     EXPECT_TRUE(check());
-    EXPECT_GT(allocations.requests(), 0u);
-    EXPECT_EQ(allocations.outstanding(), 0u);
+    EXPECT_EQ(log.lines.at(1).text, "Monitor Resolution : 3840 x 2160");
+    EXPECT_EQ(log.lines.at(3).text, "The monitor exists.");
+    EXPECT_FALSE(check());
+}
+
+TEST_F(StatusCheckTest, returns_its_own_outcome_although_the_log_checks) {
+    SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
+    module.init();
+    desktop.journal.at("vllogger::log", 4, [&] {
+        monitor.mode = fullHdAt60;
+        module.exports->updateMonitorList();
+        EXPECT_FALSE(check());
+    });
+    EXPECT_TRUE(check());
+    EXPECT_EQ(status(), 18) << "that of the check that judged last";
 }
 
 } // namespace

@@ -1,15 +1,17 @@
-#include "tests/service/status_check.h"
+#include "tests/fixtures/status_check_test.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <ostream>
+#include <chrono>
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tests {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -18,9 +20,12 @@ const LogLine monitorOk{infoLevel, "The monitor exists."};
 const LogLine resolutionIncorrect{criticalLevel, "The monitor resolution is incorrect."};
 const LogLine frameRateIncorrect{criticalLevel, "The monitor framerate is not correct."};
 
+const LogLine& outcomeLine(std::int32_t status) {
+    return status == 16 ? monitorOk : status == 18 ? resolutionIncorrect : frameRateIncorrect;
+}
+
 // A display mode as it is set, what a check says of it in its lines, and the status code.
 struct Judgement {
-    std::string name;
     DWORD width;
     DWORD height;
     DWORD frequency;
@@ -29,59 +34,56 @@ struct Judgement {
     std::int32_t status;
 };
 
-void PrintTo(const Judgement& judgement, std::ostream* out) {
-    *out << judgement.resolution << " at " << judgement.refreshRate;
-}
+const Judgement judgements[] = {
+    {3840, 2160, 60, "3840 x 2160", "60", 16},
+    {3840, 2160, 59, "3840 x 2160", "59", 16},
+    {3840, 2160, 58, "3840 x 2160", "58", 19},
+    {3840, 2160, 0, "3840 x 2160", "0", 19},
+    {3839, 2160, 60, "3839 x 2160", "60", 18},
+    {3840, 2159, 60, "3840 x 2159", "60", 18},
+    {3840, 2159, 30, "3840 x 2159", "30", 18},
+    {3841, 2161, 60, "3841 x 2161", "60", 16},
+    {7680, 2160, 58, "7680 x 2160", "58", 19},
+    {7680, 4320, 120, "7680 x 4320", "120", 16},
+    {2160, 3840, 60, "2160 x 3840", "60", 18},
+    {0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, "2147483647 x 2147483647", "2147483647", 16},
+    {0x80000000, 2160, 60, "-2147483648 x 2160", "60", 18},
+    {3840, 0xFFFFFFFF, 60, "3840 x -1", "60", 18},
+    {3840, 2160, 0xFFFFFFC5, "3840 x 2160", "-59", 19},
+};
 
-const LogLine& outcomeLine(std::int32_t status) {
-    return status == 16 ? monitorOk : status == 18 ? resolutionIncorrect : frameRateIncorrect;
-}
-
-class StatusCheckJudgement : public StatusCheckTest,
-                             public testing::WithParamInterface<Judgement> {};
-
-TEST_P(StatusCheckJudgement, is_logged_kept_and_returned) {
-    const Judgement& expected = GetParam();
-    addKitMonitor(
-        {.width = expected.width, .height = expected.height, .frequency = expected.frequency});
+// Promise (checkMonitorStatus): A kit monitor passes from 3840 x 2160 pixels and 59 Hz on: one that
+// runs at 59.94 Hz reports 59. Nothing else is judged.
+TEST_F(StatusCheckTest, judges_and_logs_size_and_refresh_rate) {
+    SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
     module.init();
-    EXPECT_EQ(check(), expected.status == 16);
-    EXPECT_EQ(status(), expected.status);
-    EXPECT_EQ(judged(), LR"(\\.\DISPLAY1)");
-    EXPECT_THAT(log.lines,
-                ElementsAre(LogLine{debugLevel, "Monitor Info : Vorlen One, "},
-                            LogLine{debugLevel, "Monitor Resolution : " + expected.resolution},
-                            LogLine{debugLevel, "Monitor FRAMERATE : " + expected.refreshRate},
-                            outcomeLine(expected.status)));
+    for (const Judgement& expected : judgements) {
+        SCOPED_TRACE(expected.resolution + " at " + expected.refreshRate);
+        monitor.mode = {
+            .width = expected.width, .height = expected.height, .frequency = expected.frequency};
+        module.exports->updateMonitorList();
+        log.lines.clear();
+        EXPECT_EQ(check(), expected.status == 16);
+        EXPECT_EQ(status(), expected.status);
+        EXPECT_EQ(judged(), LR"(\\.\DISPLAY1)");
+        EXPECT_THAT(log.lines,
+                    ElementsAre(LogLine{debugLevel, "Monitor Info : Vorlen One, "},
+                                LogLine{debugLevel, "Monitor Resolution : " + expected.resolution},
+                                LogLine{debugLevel, "Monitor FRAMERATE : " + expected.refreshRate},
+                                outcomeLine(expected.status)));
+    }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Modes, StatusCheckJudgement,
-    testing::Values(
-        Judgement{"Uhd60", 3840, 2160, 60, "3840 x 2160", "60", 16},
-        Judgement{"Uhd59", 3840, 2160, 59, "3840 x 2160", "59", 16},
-        Judgement{"Uhd120", 3840, 2160, 120, "3840 x 2160", "120", 16},
-        Judgement{"Uhd58", 3840, 2160, 58, "3840 x 2160", "58", 19},
-        Judgement{"Uhd30", 3840, 2160, 30, "3840 x 2160", "30", 19},
-        Judgement{"Uhd1", 3840, 2160, 1, "3840 x 2160", "1", 19},
-        Judgement{"Uhd0", 3840, 2160, 0, "3840 x 2160", "0", 19},
-        Judgement{"OneColumnShort", 3839, 2160, 60, "3839 x 2160", "60", 18},
-        Judgement{"OneRowShort", 3840, 2159, 60, "3840 x 2159", "60", 18},
-        Judgement{"OneColumnAndRowShort", 3839, 2159, 60, "3839 x 2159", "60", 18},
-        Judgement{"OneColumnAndRowMore", 3841, 2161, 60, "3841 x 2161", "60", 16},
-        Judgement{"DoubleWidth", 7680, 2160, 60, "7680 x 2160", "60", 16},
-        Judgement{"DoubleWidthSlow", 7680, 2160, 58, "7680 x 2160", "58", 19},
-        Judgement{"DoubleWidthAndHeight", 7680, 4320, 60, "7680 x 4320", "60", 16},
-        Judgement{"Portrait", 2160, 3840, 60, "2160 x 3840", "60", 18},
-        Judgement{"FullHd", 1920, 1080, 60, "1920 x 1080", "60", 18},
-        Judgement{"LargestNumbers", 0x7FFFFFFF, 0x7FFFFFFF, 0x7FFFFFFF, "2147483647 x 2147483647",
-                  "2147483647", 16},
-        Judgement{"NegativeWidth", 0x80000000, 2160, 60, "-2147483648 x 2160", "60", 18},
-        Judgement{"NegativeHeight", 3840, 0xFFFFFFFF, 60, "3840 x -1", "60", 18},
-        Judgement{"NegativeRefreshRate", 3840, 2160, 0xFFFFFFC5, "3840 x 2160", "-59", 19}),
-    [](const auto& test) { return test.param.name; });
+TEST_F(StatusCheckTest, judges_zeros_when_the_settings_cannot_be_read) {
+    addKitMonitor(uhdAt60).mode.reset();
+    module.init();
+    EXPECT_FALSE(check());
+    EXPECT_EQ(status(), 18);
+    EXPECT_EQ(log.lines.at(1).text, "Monitor Resolution : 0 x 0");
+    EXPECT_EQ(log.lines.at(2).text, "Monitor FRAMERATE : 0");
+}
 
-TEST_F(StatusCheckTest, finds_no_monitor_on_an_empty_desktop_and_logs_nothing) {
+TEST_F(StatusCheckTest, logs_nothing_when_there_is_no_monitor) {
     module.init();
     EXPECT_FALSE(check());
     EXPECT_EQ(status(), 17);
@@ -90,122 +92,89 @@ TEST_F(StatusCheckTest, finds_no_monitor_on_an_empty_desktop_and_logs_nothing) {
     EXPECT_THAT(core.texts, IsEmpty());
 }
 
-TEST_F(StatusCheckTest, takes_a_monitor_that_is_not_recognised_for_none_and_logs_nothing) {
-    addOtherMonitor(uhdAt60);
+// Promise (checkMonitorStatus): A monitor that the runtime does not recognise is treated as if it
+// were not connected, and nothing is logged.
+TEST_F(StatusCheckTest, logs_nothing_when_no_monitor_is_recognised) {
+    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
+    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY2)");
     module.init();
     EXPECT_FALSE(check());
     EXPECT_EQ(status(), 17);
     EXPECT_EQ(judged(), L"");
     EXPECT_THAT(log.lines, IsEmpty());
-}
-
-TEST_F(StatusCheckTest, does_not_look_at_the_refresh_rate_of_a_wrong_resolution) {
-    addKitMonitor({.width = 3840, .height = 2159, .frequency = 30});
-    module.init();
-    EXPECT_FALSE(check());
-    EXPECT_EQ(status(), 18);
-    EXPECT_THAT(log.lines,
-                ElementsAre(LogLine{debugLevel, "Monitor Info : Vorlen One, "},
-                            LogLine{debugLevel, "Monitor Resolution : 3840 x 2159"},
-                            LogLine{debugLevel, "Monitor FRAMERATE : 30"}, resolutionIncorrect));
-}
-
-TEST_F(StatusCheckTest, judges_a_monitor_whose_settings_cannot_be_read_by_zeros) {
-    addKitMonitor(uhdAt60).mode.reset();
-    module.init();
-    EXPECT_FALSE(check());
-    EXPECT_EQ(status(), 18);
-    EXPECT_THAT(log.lines,
-                ElementsAre(LogLine{debugLevel, "Monitor Info : Vorlen One, "},
-                            LogLine{debugLevel, "Monitor Resolution : 0 x 0"},
-                            LogLine{debugLevel, "Monitor FRAMERATE : 0"}, resolutionIncorrect));
-}
-
-TEST_F(StatusCheckTest, judges_the_first_recognised_monitor_although_a_later_one_would_pass) {
-    addKitMonitor(fullHdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor(uhdAt60, LR"(\\.\DISPLAY2)");
-    module.init();
-    EXPECT_FALSE(check());
-    EXPECT_EQ(status(), 18);
-    EXPECT_EQ(judged(), LR"(\\.\DISPLAY1)");
-    EXPECT_EQ(log.lines.at(1), (LogLine{debugLevel, "Monitor Resolution : 1920 x 1080"}));
-    EXPECT_THAT(core.texts, ElementsAre(R"(\\.\DISPLAY1)"));
-}
-
-TEST_F(StatusCheckTest, goes_by_the_order_of_the_list_and_not_by_the_position_on_the_desktop) {
-    DisplayMode right = fullHdAt60;
-    right.x = 3840;
-    addKitMonitor(right, LR"(\\.\DISPLAY2)");
-    addKitMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    module.init();
-    EXPECT_FALSE(check());
-    EXPECT_EQ(judged(), LR"(\\.\DISPLAY2)");
-}
-
-TEST_F(StatusCheckTest, finds_a_recognised_monitor_behind_others_and_asks_in_order_until_then) {
-    addOtherMonitor(fullHdAt60, LR"(\\.\DISPLAY3)");
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addKitMonitor({.width = 7680, .height = 2160, .frequency = 60}, LR"(\\.\DISPLAY4)");
-    addKitMonitor(uhdAt60, LR"(\\.\DISPLAY2)");
-    module.init();
-    EXPECT_TRUE(check());
-    EXPECT_EQ(status(), 16);
-    EXPECT_EQ(judged(), LR"(\\.\DISPLAY4)");
-    EXPECT_EQ(log.lines.at(1), (LogLine{debugLevel, "Monitor Resolution : 7680 x 2160"}));
-    EXPECT_THAT(core.texts, ElementsAre(R"(\\.\DISPLAY3)", R"(\\.\DISPLAY1)", R"(\\.\DISPLAY4)"));
-    EXPECT_EQ(desktop.journal.count("VorlenCore::GetVorlenModelName"), 3u);
-}
-
-TEST_F(StatusCheckTest, asks_for_every_monitor_when_none_is_recognised) {
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
-    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY2)");
-    module.init();
-    EXPECT_FALSE(check());
     EXPECT_THAT(core.texts, ElementsAre(R"(\\.\DISPLAY1)", R"(\\.\DISPLAY2)"));
 }
 
-TEST_F(StatusCheckTest, takes_any_number_of_recognised_models_for_a_hit) {
+// Promise (checkMonitorStatus): The first recognised monitor in the order of the list is judged,
+// although a later one would pass.
+TEST_F(StatusCheckTest, judges_the_first_recognised_monitor_of_the_list) {
+    DisplayMode atTheRight = fullHdAt60;
+    atTheRight.x = 3840;
+    addOtherMonitor(uhdAt60, LR"(\\.\DISPLAY3)");
+    addKitMonitor(atTheRight, LR"(\\.\DISPLAY2)");
+    addKitMonitor(uhdAt60, LR"(\\.\DISPLAY1)");
+    module.init();
+    EXPECT_FALSE(check());
+    EXPECT_EQ(status(), 18);
+    EXPECT_EQ(judged(), LR"(\\.\DISPLAY2)");
+    EXPECT_EQ(log.lines.at(1).text, "Monitor Resolution : 1920 x 1080");
+    EXPECT_THAT(core.texts, ElementsAre(R"(\\.\DISPLAY3)", R"(\\.\DISPLAY2)"));
+}
+
+TEST_F(StatusCheckTest, takes_any_number_of_models_for_a_kit_monitor) {
     module.runtime.makeModelKnown("One");
     addKitMonitor(uhdAt60);
     module.init();
     EXPECT_TRUE(check());
-    EXPECT_EQ(status(), 16);
 }
 
-TEST_F(StatusCheckTest, asks_the_runtime_anew_each_time) {
+TEST_F(StatusCheckTest, asks_the_runtime_at_each_check) {
     addOtherMonitor(uhdAt60);
     module.init();
     EXPECT_FALSE(check());
     module.runtime.makeModelKnown("Office");
     EXPECT_TRUE(check());
-    EXPECT_EQ(status(), 16);
 }
 
-TEST_F(StatusCheckTest, keeps_the_outcome_of_the_last_of_several_checks) {
+TEST_F(StatusCheckTest, keeps_the_status_until_the_next_check) {
     SimulatedMonitor& monitor = addKitMonitor(uhdAt60);
     module.init();
-    const auto checkAt = [&](const DisplayMode& mode) {
-        monitor.mode = mode;
-        module.exports->updateMonitorList();
-        return check();
-    };
     EXPECT_EQ(status(), -1);
     EXPECT_TRUE(check());
-    EXPECT_EQ(status(), 16);
-    EXPECT_FALSE(checkAt(fullHdAt60));
-    EXPECT_EQ(status(), 18);
-    EXPECT_FALSE(checkAt({.width = 3840, .height = 2160, .frequency = 30}));
-    EXPECT_EQ(status(), 19);
-    EXPECT_TRUE(checkAt({.width = 3840, .height = 2160, .frequency = 59}));
-    EXPECT_EQ(status(), 16);
-    desktop.monitors.all.clear();
+    monitor.mode = fullHdAt60;
     module.exports->updateMonitorList();
     EXPECT_EQ(status(), 16);
     EXPECT_FALSE(check());
-    EXPECT_EQ(status(), 17);
+    EXPECT_EQ(status(), 18);
 }
 
-TEST_F(StatusCheckTest, writes_every_line_of_every_check_to_the_one_logger) {
+TEST_F(StatusCheckTest, reads_only_a_stale_list_again) {
+    SimulatedMonitor& monitor = addKitMonitor(fullHdAt60);
+    module.init();
+    monitor.mode = uhdAt60;
+    desktop.clock.advance(500ms - 100ns);
+    EXPECT_FALSE(check());
+    desktop.clock.advance(100ns);
+    EXPECT_TRUE(check());
+    desktop.journal.clear();
+    EXPECT_EQ(module.exports->getMonitorList(nullptr, 0), 1);
+    EXPECT_THAT(desktop.displayCalls(), IsEmpty()) << "the list is fresh for other questions, too";
+}
+
+TEST_F(StatusCheckTest, calls_nothing_of_the_system_but_the_clock_on_a_fresh_list) {
+    addKitMonitor(uhdAt60);
+    module.init();
+    desktop.journal.clear();
+    EXPECT_TRUE(check());
+    auto calls = desktop.journal.calls();
+    std::erase_if(calls, [](const std::string& call) {
+        return call.starts_with("QueryPerformance") || call.starts_with("VorlenCore::") ||
+               call == "vllogger::log";
+    });
+    EXPECT_THAT(calls, IsEmpty());
+}
+
+TEST_F(StatusCheckTest, writes_every_line_to_one_logger) {
     addKitMonitor(uhdAt60);
     module.init();
     EXPECT_TRUE(check());
@@ -215,7 +184,7 @@ TEST_F(StatusCheckTest, writes_every_line_of_every_check_to_the_one_logger) {
     EXPECT_THAT(log.loggers, Each(log.loggers.at(0)));
 }
 
-TEST_F(StatusCheckTest, logs_whether_or_not_the_logger_says_that_it_is_ready) {
+TEST_F(StatusCheckTest, logs_whether_or_not_the_logger_is_ready) {
     addKitMonitor(uhdAt60);
     module.init();
     EXPECT_TRUE(check());
@@ -231,7 +200,7 @@ TEST_F(StatusCheckTest, logs_whether_or_not_the_logger_says_that_it_is_ready) {
     ready = before;
 }
 
-TEST_F(StatusCheckTest, has_set_the_status_when_it_logs_the_outcome_and_not_before) {
+TEST_F(StatusCheckTest, sets_the_status_before_it_logs_the_outcome) {
     addKitMonitor(uhdAt60);
     module.init();
     std::vector<std::int32_t> seen;
@@ -240,6 +209,16 @@ TEST_F(StatusCheckTest, has_set_the_status_when_it_logs_the_outcome_and_not_befo
     }
     EXPECT_TRUE(check());
     EXPECT_THAT(seen, ElementsAre(-1, -1, -1, 16));
+}
+
+TEST_F(StatusCheckTest, logs_name_and_serial_number_in_utf8) {
+    addKitMonitorWithTexts(L"Vorlen \u00E9\u3042\U0001F5A5", L"\u00E9\u3042\U0001F5A5");
+    module.init();
+    EXPECT_TRUE(check());
+    const std::string utf8 = "\xC3\xA9\xE3\x81\x82\xF0\x9F\x96\xA5";
+    EXPECT_EQ(log.lines.at(0).text, "Monitor Info : Vorlen " + utf8 + ", " + utf8);
+    EXPECT_EQ(module.runtime.monitorItems().at(0).friendlyName, "Vorlen \xE9\x42\x3D\xA5");
+    EXPECT_EQ(module.runtime.monitorItems().at(0).monitorId, "\xE9\x42\x3D\xA5");
 }
 
 } // namespace

@@ -1,9 +1,9 @@
+#include "tests/fixtures/window_module_test.h"
 #include "tests/support/allocations.h"
-#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 
-#include <new>
+#include <utility>
 
 namespace tests {
 namespace {
@@ -18,68 +18,21 @@ TEST_F(WindowSnapshot, holds_the_windows_of_the_start_without_being_switched_on)
     EXPECT_THAT(desktop.journal.calls(), IsEmpty());
 }
 
-TEST_F(WindowSnapshot, holds_handle_title_and_class_name) {
-    ASSERT_EQ(windowList().size(), 2u);
-    EXPECT_EQ(windowList()[1].hwnd, desktop.windows.order[1]);
-    EXPECT_EQ(windowList()[1].title, L"b");
-    EXPECT_EQ(windowList()[1].className, L"ApplicationWindow");
-}
-
-TEST_F(WindowSnapshot, has_titles_of_exactly_their_length_and_class_names_without_padding) {
-    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, desktop.windows.add(L"sixsix", L"Class").handle);
-    EXPECT_EQ(windowList().back().title.size(), 6u);
-    EXPECT_EQ(windowList().back().className.size(), 5u);
-}
-
-TEST_F(WindowSnapshot, cuts_a_title_that_shrank_while_it_was_read_at_its_first_zero) {
+TEST_F(WindowSnapshot, holds_texts_up_to_their_first_zero) {
     SimulatedWindow& window = add(L"longer");
     desktop.journal.at("GetWindowTextW", 1, [&] { window.title = L"long"; });
     desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window.handle);
-    EXPECT_EQ(windowList().back().title, L"long");
+    ASSERT_EQ(windowList().size(), 3u);
+    EXPECT_EQ(windowList()[2].hwnd, window.handle);
+    EXPECT_EQ(windowList()[2].title, L"long");
+    EXPECT_EQ(windowList()[2].className, L"ApplicationWindow");
 }
 
-TEST_F(WindowSnapshot, holds_texts_of_any_length_and_content) {
-    const std::wstring longTitle = std::wstring(32'766, L't') + L'!';
-    const std::wstring strangeTitle = L"\xD83D\x0001 \xDC00";
-    const std::wstring longClass(255, L'c');
-    show(longTitle);
-    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW,
-                               desktop.windows.add(strangeTitle, longClass).handle);
-    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", longTitle, strangeTitle));
-    EXPECT_EQ(windowList().back().className, longClass);
-}
-
-TEST_F(WindowSnapshot, follows_every_change_of_the_live_list) {
-    const HWND c = show(L"c");
-    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", L"c"));
-    destroy(desktop.windows.order[0]);
-    EXPECT_THAT(titles(), ElementsAre(L"b", L"c"));
-    show(L"d");
-    destroy(c);
-    EXPECT_THAT(titles(), ElementsAre(L"b", L"d"));
-}
-
-TEST_F(WindowSnapshot, follows_a_change_that_leaves_the_number_of_windows_as_it_was) {
+TEST_F(WindowSnapshot, follows_changes_that_leave_the_number_of_windows) {
     titles();
     destroy(desktop.windows.order[1]);
     show(L"c");
     EXPECT_THAT(titles(), ElementsAre(L"a", L"c"));
-}
-
-TEST_F(WindowSnapshot, follows_a_window_whose_handle_is_used_again) {
-    titles();
-    SimulatedWindow& window = *desktop.windows.find(desktop.windows.order[1]);
-    destroy(window.handle);
-    window.alive = true;
-    window.title = L"another";
-    desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, window.handle);
-    EXPECT_THAT(titles(), ElementsAre(L"a", L"another"));
-}
-
-TEST_F(WindowSnapshot, keeps_old_titles) {
-    desktop.windows.find(desktop.windows.order[0])->title = L"new";
-    desktop.eventHooks.deliver(EVENT_OBJECT_NAMECHANGE, desktop.windows.order[0]);
-    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
 }
 
 TEST_F(WindowSnapshot, changes_only_when_it_is_asked_for) {
@@ -100,7 +53,7 @@ TEST_F(WindowSnapshot, is_one_vector_for_the_life_of_the_service) {
     EXPECT_EQ(&windowList(), first);
 }
 
-TEST_F(WindowSnapshot, of_an_unchanged_list_costs_neither_memory_nor_a_call) {
+TEST_F(WindowSnapshot, costs_nothing_while_the_list_is_unchanged) {
     windowList();
     const Allocations allocations({module.image()});
     for (int i = 0; i < 10; ++i) {
@@ -110,30 +63,78 @@ TEST_F(WindowSnapshot, of_an_unchanged_list_costs_neither_memory_nor_a_call) {
     EXPECT_THAT(desktop.journal.calls(), IsEmpty());
 }
 
-TEST_F(WindowSnapshot, is_taken_whole_once_there_is_memory_again) {
+TEST_F(WindowSnapshot, is_not_taken_again_when_the_list_is_switched_on_twice) {
+    desktop.windows.find(desktop.windows.order[0])->title = L"new";
+    useWindowList(true);
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
+}
+
+// Promise (getWindowList): While the runtime has switched the list of windows off, `getWindowList`
+// gives the records of its last call before that.
+TEST_F(WindowSnapshot, stays_when_the_list_is_switched_off) {
+    titles();
     show(L"c");
+    useWindowList(false);
+    EXPECT_THAT(desktop.windowCalls(), testing::Contains("UnhookWinEvent"));
+    desktop.journal.clear();
+    destroy(desktop.windows.order[0]);
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
+    useWindowList(false);
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
+    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
+}
+
+TEST_F(WindowSnapshot, is_not_taken_while_the_list_is_switched_off) {
+    titles();
+    show(L"c");
+    std::vector<std::wstring> seen;
+    desktop.journal.at("UnhookWinEvent", 1, [&] { seen = titles(); });
+    useWindowList(false);
+    EXPECT_THAT(seen, ElementsAre(L"a", L"b"));
+}
+
+TEST_F(WindowSnapshot, stays_until_it_is_asked_for_when_the_list_is_on_again) {
     const auto& snapshot = windowList();
-    for (std::size_t n = 1;; ++n) {
-        SCOPED_TRACE(n);
-        destroy(desktop.windows.order.back());
-        show(L"a title that is too long to be kept inside the string itself");
-        Allocations allocations({module.image()});
-        allocations.failRequest(n);
-        try {
-            windowList();
-        } catch (const std::bad_alloc&) {
-            EXPECT_TRUE(allocations.hasFailed());
-        }
-        if (!allocations.hasFailed()) {
-            EXPECT_GT(n, 1u);
-            break;
-        }
-        windowList();
-        EXPECT_EQ(
-            titlesOf(snapshot),
-            (std::vector<std::wstring>{
-                L"a", L"b", L"a title that is too long to be kept inside the string itself"}));
+    useWindowList(false);
+    add(L"c");
+    useWindowList(true);
+    EXPECT_THAT(titlesOf(snapshot), ElementsAre(L"a", L"b"));
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b", L"c"));
+}
+
+TEST_F(WindowSnapshot, is_read_again_when_the_list_is_switched_on) {
+    show(L"c");
+    titles();
+    useWindowList(false);
+    std::swap(desktop.windows.order[0], desktop.windows.order[2]);
+    desktop.windows.find(desktop.windows.order[1])->title = L"renamed";
+    desktop.journal.clear();
+    useWindowList(true);
+    EXPECT_EQ(desktop.journal.count("EnumWindows"), 1u);
+    EXPECT_THAT(titles(), ElementsAre(L"c", L"renamed", L"a"));
+    show(L"d");
+    EXPECT_THAT(titles(), ElementsAre(L"c", L"renamed", L"a", L"d"));
+}
+
+TEST_F(WindowSnapshot, tells_a_new_list_from_one_of_the_same_length) {
+    titles();
+    useWindowList(false);
+    for (const HWND window : desktop.windows.order) {
+        desktop.windows.find(window)->alive = false;
     }
+    add(L"c");
+    add(L"d");
+    useWindowList(true);
+    EXPECT_THAT(titles(), ElementsAre(L"c", L"d"));
+}
+
+TEST_F(WindowSnapshot, stays_as_it_was_read_when_the_hook_is_refused) {
+    module.cleanup();
+    desktop.journal.fail("SetWinEventHook");
+    module.init();
+    show(L"c");
+    EXPECT_THAT(titles(), ElementsAre(L"a", L"b"));
 }
 
 } // namespace
