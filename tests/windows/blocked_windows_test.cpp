@@ -1,15 +1,12 @@
 #include "monitor/windows/capture_filter.h"
 #include "tests/windows/windows_test.h"
 
-#include <gmock/gmock.h>
-
 #include <set>
+#include <string>
 #include <utility>
 
 namespace tests {
 namespace {
-
-using testing::IsEmpty;
 
 const wchar_t* const popupClass = L"Xaml_WindowedPopupClass";
 
@@ -38,63 +35,36 @@ TEST_F(BlockedWindow, is_one_of_three_pairs_of_title_and_class_name) {
     }
 }
 
-TEST_F(BlockedWindow, matches_exactly) {
-    for (const wchar_t* const title : {L"task view", L"Task View ", L" Task View", L"Task Vie",
-                                       L"Task Views", L"TaskView", L"TASK VIEW", L""}) {
-        EXPECT_FALSE(IsKnownBlockedWindow(record(title, coreWindowClass)))
-            << testing::PrintToString(std::wstring(title));
+// A title and a class name that a window is compared with.
+struct Pattern {
+    std::wstring title;
+    std::wstring className;
+    bool matches;
+};
+
+TEST_F(BlockedWindow, matches_title_and_class_name_unit_by_unit_up_to_a_zero) {
+    const WindowInfo info = record(L"Title \xD800", L"Class \u00E9");
+    const Pattern patterns[] = {
+        {L"Title \xD800", L"Class \u00E9", true},
+        {std::wstring(L"Title \xD800\0more", 12), std::wstring(L"Class \u00E9\0more", 12), true},
+        {L"Title \xD800", L"Other", false},
+        {L"Other", L"Class \u00E9", false},
+        {L"Class \u00E9", L"Title \xD800", false},
+        {L"Title ", L"Class \u00E9", false},
+        {L"Title \xD800 ", L"Class \u00E9", false},
+        {L"title \xD800", L"Class \u00E9", false},
+        {L"Title \xDC00", L"Class \u00E9", false},
+        {L"", L"Class \u00E9", false},
+        {L"Title \xD800", L"Class ", false},
+        {L"Title \xD800", L"Class \u00E9 ", false},
+        {L"Title \xD800", L"class \u00E9", false},
+        {L"Title \xD800", L"Class e\u0301", false},
+    };
+    for (const auto& [title, className, matches] : patterns) {
+        EXPECT_EQ(MatchTitleAndClassName(info, title, className), matches)
+            << testing::PrintToString(title + L" of " + className);
     }
-    for (const wchar_t* const className :
-         {L"windows.ui.core.corewindow", L"Windows.UI.Core.CoreWindo", L"",
-          L"Windows.UI.Core.CoreWindows", L"Windows.UI.Core.CoreWindow "}) {
-        EXPECT_FALSE(IsKnownBlockedWindow(record(L"Task View", className)))
-            << testing::PrintToString(std::wstring(className));
-    }
-}
-
-TEST_F(BlockedWindow, is_found_without_asking_the_system) {
-    const WindowInfo info = record(L"Task View", coreWindowClass);
-    desktop.journal.clear();
-    EXPECT_TRUE(IsKnownBlockedWindow(info));
-    EXPECT_THAT(desktop.journal.calls(), IsEmpty());
-}
-
-using TitleAndClassName = BlockedWindow;
-
-TEST_F(TitleAndClassName, match_only_together) {
-    const WindowInfo info = record(L"Title", L"Class");
-    EXPECT_TRUE(MatchTitleAndClassName(info, L"Title", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Title", L"Other"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Other", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Class", L"Title"));
-}
-
-TEST_F(TitleAndClassName, match_neither_by_prefix_nor_without_regard_to_case) {
-    const WindowInfo info = record(L"Title", L"Class");
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Titl", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Title2", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"title", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Title", L"Clas"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Title", L"Class2"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"Title", L"CLASS"));
-}
-
-TEST_F(TitleAndClassName, are_compared_up_to_the_first_zero_on_both_sides) {
-    const WindowInfo info = record(L"Title", L"Class");
-    EXPECT_TRUE(MatchTitleAndClassName(info, std::wstring(L"Title\0more", 10),
-                                       std::wstring(L"Class\0more", 10)));
-}
-
-TEST_F(TitleAndClassName, match_an_untitled_window_by_an_empty_title) {
     EXPECT_TRUE(MatchTitleAndClassName(record(L"", L"Class"), L"", L"Class"));
-    EXPECT_FALSE(MatchTitleAndClassName(record(L"Title", L"Class"), L"", L"Class"));
-}
-
-TEST_F(TitleAndClassName, are_compared_unit_by_unit) {
-    const WindowInfo info = record(L"\xD800", L"\u00E9");
-    EXPECT_TRUE(MatchTitleAndClassName(info, L"\xD800", L"\u00E9"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"\xDC00", L"\u00E9"));
-    EXPECT_FALSE(MatchTitleAndClassName(info, L"\xD800", L"e\u0301"));
 }
 
 } // namespace

@@ -18,6 +18,10 @@ namespace tests {
 // program, whose own imports are redirected.
 class WindowsTest : public testing::Test {
 protected:
+    // The first use of the lists takes a thread slot, which must not be on the first test's
+    // account.
+    static void SetUpTestSuite() { EXPECT_EQ(WindowList::Get(), nullptr); }
+
     SimulatedDesktop desktop{GetModuleHandleW(nullptr), functionsNotLinked()};
 
 private:
@@ -29,27 +33,12 @@ private:
     }
 };
 
-// The part of a record's string in front of its first zero.
-inline std::wstring textOf(const std::wstring& recorded) {
-    return recorded.substr(0, recorded.find(L'\0'));
-}
-
 inline std::vector<std::wstring> titlesOf(const WindowList& list) {
     std::vector<std::wstring> titles;
-    titles.reserve(list.GetCurrentWindows().size());
     for (const WindowInfo& window : list.GetCurrentWindows()) {
-        titles.push_back(textOf(window.title));
+        titles.push_back(window.title.substr(0, window.title.find(L'\0')));
     }
     return titles;
-}
-
-inline std::vector<HWND> handlesOf(const WindowList& list) {
-    std::vector<HWND> handles;
-    handles.reserve(list.GetCurrentWindows().size());
-    for (const WindowInfo& window : list.GetCurrentWindows()) {
-        handles.push_back(window.hwnd);
-    }
-    return handles;
 }
 
 inline constexpr DWORD destroyed = 0x8001;
