@@ -44,7 +44,7 @@ private:
     HWND control;
 };
 
-class ComboBoxOfRealWindows : public RealWindowsTest {
+class RealWindowComboBox : public RealWindowsTest {
 protected:
     void registerForUpdates(const RealComboBox& box) const {
         module.windowEnumWrapper().registerWindowComboBox(box.handle());
@@ -61,7 +61,7 @@ protected:
     }
 };
 
-TEST_F(ComboBoxOfRealWindows, is_filled_at_once_and_kept_in_step) {
+TEST_F(RealWindowComboBox, is_filled_at_once_and_kept_in_step) {
     const HWND first = program.createShown(L"first");
     module.init();
     const RealComboBox box;
@@ -79,7 +79,7 @@ TEST_F(ComboBoxOfRealWindows, is_filled_at_once_and_kept_in_step) {
     EXPECT_EQ(box.entries(), listedTitles());
 }
 
-TEST_F(ComboBoxOfRealWindows, that_was_destroyed_does_not_disturb_the_others) {
+TEST_F(RealWindowComboBox, does_not_disturb_others_when_it_is_destroyed) {
     module.init();
     RealComboBox destroyed;
     const RealComboBox box;
@@ -94,7 +94,7 @@ TEST_F(ComboBoxOfRealWindows, that_was_destroyed_does_not_disturb_the_others) {
     EXPECT_EQ(box.entries(), listedTitles());
 }
 
-TEST_F(ComboBoxOfRealWindows, equals_list_and_set_after_a_thousand_windows_came_and_went) {
+TEST_F(RealWindowComboBox, equals_the_list_after_a_thousand_windows) {
     module.init();
     const RealComboBox first;
     const RealComboBox second;

@@ -7,35 +7,31 @@ namespace {
 // not answer, as if it hung. The system knows their titles and need not ask.
 class HungProgram : public RealWindowsTest {
 protected:
-    static bool answers(HWND window) {
+    HWND createHung() {
+        const HWND window = program.createShown(L"does not answer");
         DWORD_PTR result = 0;
         constexpr UINT patience = 100; // milliseconds
-        return SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_NORMAL, patience,
-                                   &result) != 0;
+        EXPECT_EQ(
+            SendMessageTimeoutW(window, WM_GETTEXTLENGTH, 0, 0, SMTO_NORMAL, patience, &result), 0)
+            << "the window answers";
+        return window;
     }
 };
 
-TEST_F(HungProgram, has_its_windows_read_when_the_library_starts) {
-    const HWND window = program.createShown(L"does not answer");
-    ASSERT_FALSE(answers(window));
+TEST_F(HungProgram, has_its_windows_listed_at_the_start) {
+    const HWND window = createHung();
+    EXPECT_EQ(module.exports->getReasonNotCapturable(window), nullptr);
     module.init();
     EXPECT_EQ(titleOf(window), L"does not answer");
 }
 
-TEST_F(HungProgram, has_its_windows_listed_when_they_appear_and_removed_when_they_go) {
+TEST_F(HungProgram, has_its_windows_listed_and_removed) {
     module.init();
-    const HWND window = program.createShown(L"does not answer");
-    ASSERT_FALSE(answers(window));
+    const HWND window = createHung();
     EXPECT_TRUE(becomesListed(window));
     EXPECT_EQ(titleOf(window), L"does not answer");
     program.destroy(window);
     EXPECT_TRUE(leavesTheList(window));
-}
-
-TEST_F(HungProgram, has_its_windows_judged) {
-    const HWND window = program.createShown(L"does not answer");
-    ASSERT_FALSE(answers(window));
-    EXPECT_EQ(module.exports->getReasonNotCapturable(window), nullptr);
 }
 
 } // namespace

@@ -35,6 +35,8 @@ private:
                         GetCurrentThreadId(), WINEVENT_OUTOFCONTEXT);
 };
 
+// Promise (Threads and callbacks): A window of the host whose thread processes no messages holds up
+// init until it does.
 TEST_F(OwnWindow, holds_up_init_until_its_thread_processes_messages) {
     ASSERT_NE(window, nullptr);
     std::atomic<bool> initialized = false;

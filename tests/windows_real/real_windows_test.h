@@ -1,8 +1,8 @@
 #pragma once
 
 #include "monitor/service/ui_records.h"
-#include "tests/fixtures/module_under_test.h"
 #include "tests/fixtures/message_pump.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/fixtures/other_program.h"
 
 #include <windows.h>
@@ -30,11 +30,6 @@ protected:
     std::wstring titleOf(HWND window) const {
         const vorlen::ui::WindowInfo* const listed = find(window);
         return listed != nullptr ? listed->title : L"(not listed)";
-    }
-
-    // Where the window stands in the list.
-    std::ptrdiff_t positionOf(HWND window) const {
-        return find(window) - module.monitorWrapper().getWindowList().data();
     }
 
     ::testing::AssertionResult becomesListed(HWND window) const {
