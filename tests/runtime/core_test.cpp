@@ -1,6 +1,4 @@
-#include "tests/runtime/captured_standard_error.h"
-#include "tests/runtime/logger_fixture.h"
-#include "tests/fixtures/shipped_runtime.h"
+#include "tests/runtime/runtime_fixtures.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -25,10 +23,6 @@ protected:
     const LoadedCore core;
 };
 
-TEST_F(Core, is_one_object) {
-    EXPECT_EQ(&core.instance(), &core.instance());
-}
-
 TEST_F(Core, knows_nothing_at_first) {
     EXPECT_THAT(core.items(), IsEmpty());
     EXPECT_EQ(core.index(), -1);
@@ -37,7 +31,7 @@ TEST_F(Core, knows_nothing_at_first) {
     EXPECT_THAT(core.models("device"), IsEmpty());
 }
 
-TEST_F(Core, keeps_monitors_with_every_field_in_the_order_in_which_they_were_added) {
+TEST_F(Core, keeps_every_field_of_monitors_in_the_order_of_adding) {
     addMonitor("second", "B");
     addMonitor("first", "A");
     ASSERT_EQ(core.items().size(), 2u);
@@ -53,7 +47,7 @@ TEST_F(Core, keeps_monitors_with_every_field_in_the_order_in_which_they_were_add
     EXPECT_EQ(monitor.refreshRate, 5);
 }
 
-TEST_F(Core, forgets_the_monitors_when_the_list_is_cleared) {
+TEST_F(Core, forgets_monitors_when_the_list_is_cleared) {
     core.makeKnown("A");
     addMonitor("first", "A");
     core.clear();
@@ -64,7 +58,7 @@ TEST_F(Core, forgets_the_monitors_when_the_list_is_cleared) {
     EXPECT_EQ(core.modelName(), "");
 }
 
-TEST_F(Core, keeps_its_known_models_and_set_names_when_the_list_is_cleared) {
+TEST_F(Core, keeps_models_and_names_when_the_list_is_cleared) {
     core.makeKnown("A");
     core.setName("name");
     core.setModelName("model");
@@ -75,6 +69,8 @@ TEST_F(Core, keeps_its_known_models_and_set_names_when_the_list_is_cleared) {
     EXPECT_EQ(core.modelName(), "model");
 }
 
+// Promise (Runtime and its log): The current monitor is the first one whose friendly name contains
+// a known model, letter for letter.
 TEST_F(Core, recognises_the_first_monitor_that_carries_a_known_model) {
     core.makeKnown("Kit");
     addMonitor("one", "other");
@@ -88,7 +84,7 @@ TEST_F(Core, recognises_the_first_monitor_that_carries_a_known_model) {
     EXPECT_THAT(core.models("three"), ElementsAre("Kit"));
 }
 
-TEST_F(Core, lists_every_known_model_that_a_monitor_carries_in_the_order_of_becoming_known) {
+TEST_F(Core, lists_the_models_of_a_monitor_in_the_order_given) {
     core.makeKnown("Kit 32");
     core.makeKnown("Kit");
     core.makeKnown("other");
@@ -97,13 +93,13 @@ TEST_F(Core, lists_every_known_model_that_a_monitor_carries_in_the_order_of_beco
     EXPECT_EQ(core.modelName(), "Kit 32");
 }
 
-TEST_F(Core, tells_the_letters_of_a_model_apart) {
+TEST_F(Core, distinguishes_upper_and_lower_case) {
     core.makeKnown("Kit");
     addMonitor("one", "kit KIT");
     EXPECT_EQ(core.index(), -1);
 }
 
-TEST_F(Core, looks_for_a_model_in_the_monitors_that_are_there_already) {
+TEST_F(Core, recognises_listed_monitors_by_a_new_model) {
     addMonitor("one", "other");
     addMonitor("two", "Kit");
     core.makeKnown("Kit");
@@ -113,14 +109,14 @@ TEST_F(Core, looks_for_a_model_in_the_monitors_that_are_there_already) {
     EXPECT_THAT(core.models("one"), ElementsAre("other"));
 }
 
-TEST_F(Core, takes_a_model_once_however_often_it_is_made_known) {
+TEST_F(Core, keeps_a_model_once_that_is_made_known_twice) {
     core.makeKnown("Kit");
     core.makeKnown("Kit");
     addMonitor("one", "Kit");
     EXPECT_THAT(core.models("one"), ElementsAre("Kit"));
 }
 
-TEST_F(Core, answers_for_the_first_of_two_monitors_with_one_device_name) {
+TEST_F(Core, answers_for_the_first_monitor_of_a_device_name) {
     core.makeKnown("Kit");
     addMonitor("same", "other");
     addMonitor("same", "Kit");
@@ -145,7 +141,7 @@ TEST_F(Core, knows_no_camera) {
     EXPECT_EQ(core.camera("Kit"), "");
 }
 
-TEST_F(Core, refuses_an_empty_model_with_one_line_on_standard_error) {
+TEST_F(Core, refuses_an_empty_model_in_one_line) {
     const TemporaryFolder folder;
     const CapturedStandardError standardError(folder.path / "standard error");
     core.makeKnown("");

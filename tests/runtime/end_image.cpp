@@ -1,5 +1,5 @@
-// Calls a function when the process ends. The libraries that were loaded after this one have been
-// told by then.
+// Calls a function when the process ends, after the libraries that were loaded later have handled
+// the end.
 #include <windows.h>
 
 namespace {

@@ -19,7 +19,7 @@ namespace {
 struct Images {
     Images() { endImage.resolve(callAtEnd, "callAtEnd"); }
 
-    // In this order, and thereby told in the reverse order that the process ends.
+    // In this order: at the end of the process their DllMain is called in reverse order.
     Library endImage{"end_image.dll"};
     Library runtime{"../../bin/vorlen_runtime.dll"};
     LoggingImage image{"logging_image_one.dll"};
@@ -56,7 +56,7 @@ void logFromStaticObjectOfImage() {
     images().image.logWhenUnloaded("last words");
 }
 
-void logAfterRuntimeWasToldOfTheEnd() {
+void logAfterRuntimeHasHandledTheEnd() {
     images().image.isInitialized();
     images().callAtEnd(logLastWords);
 }
@@ -75,7 +75,7 @@ int run(const std::string& how) {
     static const std::map<std::string, void (*)()> ways = {
         {"exit-handler", logFromExitHandler},
         {"static-object", logFromStaticObjectOfImage},
-        {"after-runtime", logAfterRuntimeWasToldOfTheEnd},
+        {"after-runtime", logAfterRuntimeHasHandledTheEnd},
         {"ended-thread", logAfterThreadEndedInTheMiddleOfALine},
     };
     ways.at(how)();

@@ -1,6 +1,4 @@
-#include "tests/runtime/captured_standard_error.h"
-#include "tests/runtime/logger_fixture.h"
-#include "tests/fixtures/shipped_runtime.h"
+#include "tests/runtime/runtime_fixtures.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -26,13 +24,9 @@ protected:
     const EnvironmentVariable variable{L"VORLEN_KIT_MODELS"};
 };
 
-TEST_F(KitModels, are_none_without_the_variable) {
+TEST_F(KitModels, are_empty_without_a_value) {
     variable.unset();
     EXPECT_THAT(modelsIn("ONE"), IsEmpty());
-    EXPECT_EQ(standardError.text(), "");
-}
-
-TEST_F(KitModels, are_none_with_an_empty_variable) {
     variable.set(std::wstring());
     EXPECT_THAT(modelsIn("ONE"), IsEmpty());
     EXPECT_EQ(standardError.text(), "");
@@ -45,7 +39,7 @@ TEST_F(KitModels, are_separated_by_semicolons_and_keep_their_order) {
     EXPECT_EQ(standardError.text(), "");
 }
 
-TEST_F(KitModels, are_known_once_however_often_they_are_listed) {
+TEST_F(KitModels, are_known_once_when_listed_twice) {
     variable.set(L"ONE;TWO;ONE");
     EXPECT_THAT(modelsIn("ONE TWO"), ElementsAre("ONE", "TWO"));
 }
@@ -56,7 +50,7 @@ TEST_F(KitModels, keep_spaces_at_their_ends) {
     EXPECT_THAT(modelsIn("the ONE monitor"), ElementsAre(" ONE "));
 }
 
-TEST_F(KitModels, are_narrowed_as_the_names_of_monitors_are) {
+TEST_F(KitModels, hold_the_low_bytes_as_monitor_names_do) {
     variable.set(L"\u00E9\u3042");
     EXPECT_THAT(modelsIn("\xE9\x42"), ElementsAre("\xE9\x42"));
 }
@@ -70,7 +64,7 @@ TEST_F(KitModels, may_fill_a_long_variable) {
     EXPECT_THAT(modelsIn("the last"), ElementsAre("the last"));
 }
 
-TEST_F(KitModels, without_a_name_are_left_out_with_one_line_on_standard_error) {
+TEST_F(KitModels, are_left_out_with_one_line_when_their_name_is_empty) {
     const std::string complaint =
         "vorlen_runtime: VORLEN_KIT_MODELS holds an empty name, which is left out: write model "
         "names separated by single ';', such as ONE;TWO\r\n";

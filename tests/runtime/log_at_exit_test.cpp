@@ -1,4 +1,4 @@
-#include "tests/runtime/logger_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 #include "tests/support/exit_code.h"
 
 #include <gmock/gmock.h>
@@ -8,10 +8,10 @@ namespace {
 
 using testing::ElementsAre;
 
-// Its settings reach another process, which is watched while it ends.
-class LogOfAnEndingProcess : public LoggerTest {
+// The log of another process, which is watched while it ends and inherits the settings.
+class LogAtExit : public LoggerTest {
 protected:
-    LogOfAnEndingProcess() { fileName.set(file.wstring()); }
+    LogAtExit() { fileName.set(file.wstring()); }
 
     DWORD exitCodeOfProgramThatLogs(const std::wstring& how) const {
         const auto program = pathOf(one->library.image()).replace_filename(L"ending_program.exe");
@@ -24,22 +24,22 @@ protected:
     }
 };
 
-TEST_F(LogOfAnEndingProcess, gets_lines_from_exit_handlers_of_the_program) {
+TEST_F(LogAtExit, gets_lines_from_exit_handlers_of_the_program) {
     EXPECT_EQ(exitCodeOfProgramThatLogs(L"exit-handler"), 0u);
     expectLastWords();
 }
 
-TEST_F(LogOfAnEndingProcess, gets_lines_from_static_objects_of_images) {
+TEST_F(LogAtExit, gets_lines_from_static_objects_of_images) {
     EXPECT_EQ(exitCodeOfProgramThatLogs(L"static-object"), 0u);
     expectLastWords();
 }
 
-TEST_F(LogOfAnEndingProcess, gets_lines_after_the_exit_handlers_of_the_runtime_itself) {
+TEST_F(LogAtExit, gets_lines_after_the_runtime_has_handled_the_end) {
     EXPECT_EQ(exitCodeOfProgramThatLogs(L"after-runtime"), 0u);
     expectLastWords();
 }
 
-TEST_F(LogOfAnEndingProcess, does_not_wait_for_a_thread_that_was_ended_in_the_middle_of_a_line) {
+TEST_F(LogAtExit, does_not_wait_for_a_thread_that_ended_while_writing) {
     EXPECT_EQ(exitCodeOfProgramThatLogs(L"ended-thread"), 0u);
     expectLastWords();
 }

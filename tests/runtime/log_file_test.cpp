@@ -1,5 +1,5 @@
 #include "simulation/import_redirect.h"
-#include "tests/runtime/logger_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 #include "tests/support/simulation.h"
 
 #include <windows.h>
@@ -25,6 +25,8 @@ protected:
     }
 };
 
+// Promise (Runtime and its log): The file that `VORLEN_LOG_FILE` names gets every line, those below
+// the level of `VORLEN_LOG_LEVEL` too.
 TEST_F(LogFile, gets_every_line_whatever_the_threshold) {
     level.set(L"critical");
     fileName.set(file.wstring());
@@ -62,7 +64,7 @@ TEST_F(LogFile, starts_each_line_with_the_universal_time_to_the_millisecond) {
     EXPECT_EQ(contentsOf(file), "2001-02-03T04:05:06.007Z info message\n");
 }
 
-TEST_F(LogFile, can_be_read_up_to_the_last_line_while_the_runtime_is_loaded) {
+TEST_F(LogFile, can_be_read_while_the_runtime_is_loaded) {
     fileName.set(file.wstring());
     one->log(level_enum::info, "first");
     EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("info first"));
@@ -107,39 +109,37 @@ TEST_F(LogFile, can_be_moved_away_while_the_runtime_is_loaded) {
     EXPECT_NO_THROW(std::filesystem::rename(file, folder.path / L"old.log"));
 }
 
-class UnusableLogFile : public LogFile {
-protected:
-    void expectOneComplaintAndNothingElse(const std::wstring& name, const std::string& shownAs,
-                                          const std::string& reason) {
-        fileName.set(name);
-        EXPECT_TRUE(one->isInitialized());
-        one->log(level_enum::error, "first");
-        one->log(level_enum::error, "second");
-        two->log(level_enum::error, "third");
-        EXPECT_THAT(complaints(), ElementsAre("vorlen_runtime: the log file \"" + shownAs +
-                                              "\" cannot be opened (" + reason +
-                                              "): set VORLEN_LOG_FILE to a file that may be "
-                                              "written, in a folder that exists"));
-        EXPECT_THAT(linesOnStandardError(),
-                    ElementsAre("error first", "error second", "error third"));
-    }
+// A name of a file that cannot be used, how a complaint shows it, and the reason.
+struct UnusableName {
+    std::wstring name;
+    std::string shownAs;
+    std::string reason;
 };
 
-TEST_F(UnusableLogFile, in_a_folder_that_does_not_exist_is_said_once) {
-    expectOneComplaintAndNothingElse(L"no such folder\\\u00E4.log", "no such folder\\\xC3\xA4.log",
-                                     "error 3: No such file or directory");
-}
-
-TEST_F(UnusableLogFile, that_is_a_folder_is_said_once) {
+TEST_F(LogFile, is_reported_once_when_it_cannot_be_opened) {
     std::filesystem::create_directory(file);
-    const std::u8string shown = file.u8string();
-    expectOneComplaintAndNothingElse(file.wstring(), {shown.begin(), shown.end()},
-                                     "error 5: Permission denied");
-}
-
-TEST_F(UnusableLogFile, with_characters_that_no_name_may_have_is_said_once) {
-    expectOneComplaintAndNothingElse(L"what?\nnow|\xD800", "what?<U+000A>now|\xEF\xBF\xBD",
-                                     "error 123: No such file or directory");
+    const std::u8string folderName = file.u8string();
+    const UnusableName names[] = {
+        {L"no such folder\\\u00E4.log", "no such folder\\\xC3\xA4.log",
+         "error 3: No such file or directory"},
+        {file.wstring(), {folderName.begin(), folderName.end()}, "error 5: Permission denied"},
+        {L"what?\nnow|\xD800", "what?<U+000A>now|\xEF\xBF\xBD",
+         "error 123: No such file or directory"}};
+    std::vector<std::string> expected;
+    for (const UnusableName& unusable : names) {
+        unload();
+        load();
+        fileName.set(unusable.name);
+        EXPECT_TRUE(one->isInitialized());
+        one->log(level_enum::error, "first");
+        two->log(level_enum::error, "second");
+        expected.push_back("vorlen_runtime: the log file \"" + unusable.shownAs +
+                           "\" cannot be opened (" + unusable.reason +
+                           "): set VORLEN_LOG_FILE to a file that may be written, in a folder that "
+                           "exists");
+        EXPECT_EQ(complaints(), expected);
+    }
+    EXPECT_EQ(linesOnStandardError().size(), 6u);
 }
 
 WINAPI BOOL fullDisk(HANDLE file, const void* bytes, DWORD size, DWORD* written, OVERLAPPED* how) {
@@ -160,7 +160,7 @@ WINAPI BOOL byteByByte(HANDLE file, const void* bytes, DWORD, DWORD* written, OV
     return WriteFile(file, bytes, 1, written, how);
 }
 
-TEST_F(LogFile, on_a_full_disk_is_said_once_and_is_written_again_when_there_is_room) {
+TEST_F(LogFile, is_written_again_after_a_full_disk_was_reported_once) {
     fileName.set(file.wstring());
     one->log(level_enum::error, "first");
     {
@@ -176,7 +176,7 @@ TEST_F(LogFile, on_a_full_disk_is_said_once_and_is_written_again_when_there_is_r
     EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error first", "error fourth"));
 }
 
-TEST_F(LogFile, that_takes_nothing_does_not_hold_up_the_program) {
+TEST_F(LogFile, does_not_hold_up_the_program_when_it_takes_nothing) {
     fileName.set(file.wstring());
     one->log(level_enum::error, "first");
     {
@@ -187,7 +187,7 @@ TEST_F(LogFile, that_takes_nothing_does_not_hold_up_the_program) {
     EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error first"));
 }
 
-TEST_F(LogFile, gets_whole_lines_from_a_system_that_takes_them_in_parts) {
+TEST_F(LogFile, gets_whole_lines_when_the_system_takes_parts) {
     fileName.set(file.wstring());
     const ImportRedirect disk(runtime->image(), "WriteFile", addressOf(byteByByte));
     one->log(level_enum::error, "message");

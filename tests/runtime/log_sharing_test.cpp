@@ -1,4 +1,4 @@
-#include "tests/runtime/logger_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 #include "tests/support/allocations.h"
 #include "tests/support/signal.h"
 
@@ -17,7 +17,7 @@ protected:
     SharedLog() { fileName.set(file.wstring()); }
 };
 
-TEST_F(SharedLog, is_one_for_images_with_an_object_each) {
+TEST_F(SharedLog, is_one_for_all_images) {
     one->log(level_enum::error, "first");
     two->log(level_enum::error, "second");
     one->log(level_enum::error, "third");
@@ -27,7 +27,7 @@ TEST_F(SharedLog, is_one_for_images_with_an_object_each) {
                 ElementsAre("error first", "error second", "error third"));
 }
 
-TEST_F(SharedLog, stays_open_for_other_images_when_one_is_unloaded_and_comes_back) {
+TEST_F(SharedLog, stays_open_when_one_of_the_images_is_unloaded) {
     one->log(level_enum::error, "first");
     two->log(level_enum::error, "second");
     one.reset();
@@ -38,13 +38,13 @@ TEST_F(SharedLog, stays_open_for_other_images_when_one_is_unloaded_and_comes_bac
                 ElementsAre("error first", "error second", "error third", "error fourth"));
 }
 
-TEST_F(SharedLog, gets_what_an_image_says_while_it_is_unloaded) {
+TEST_F(SharedLog, gets_lines_of_an_image_that_is_being_unloaded) {
     one->logWhenUnloaded("last words");
     unload();
     EXPECT_THAT(withoutTimes(linesInFile()), ElementsAre("error last words"));
 }
 
-TEST_F(SharedLog, leaves_nothing_behind_when_the_runtime_is_unloaded) {
+TEST_F(SharedLog, leaves_no_memory_when_the_runtime_is_unloaded) {
     level.set(L"loud");
     const Allocations memory({runtime->image()});
     one->registerCallback([](int, const char*) {});
@@ -54,7 +54,7 @@ TEST_F(SharedLog, leaves_nothing_behind_when_the_runtime_is_unloaded) {
     EXPECT_EQ(memory.outstanding(), 0u);
 }
 
-TEST_F(SharedLog, is_set_up_once_by_threads_that_log_for_the_first_time_together) {
+TEST_F(SharedLog, is_set_up_once_by_threads_that_log_first_together) {
     level.set(L"loud");
     constexpr int threadCount = 8;
     Gate ready(threadCount);
@@ -72,7 +72,9 @@ TEST_F(SharedLog, is_set_up_once_by_threads_that_log_for_the_first_time_together
     EXPECT_EQ(linesInFile().size(), 8u);
 }
 
-TEST_F(SharedLog, keeps_lines_whole_and_in_one_order_when_threads_log_together) {
+// Promise (Runtime and its log): All modules and the host share one log. Lines of several threads
+// come out whole, and in the same order on standard error and in the file.
+TEST_F(SharedLog, keeps_lines_of_several_threads_whole_and_in_order) {
     constexpr int threadCount = 4;
     constexpr int lineCount = 100;
     std::vector<std::string> expected;

@@ -1,4 +1,4 @@
-#include "tests/runtime/registration_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 #include "vorlen/monitor.h"
 
 #include <gmock/gmock.h>
@@ -47,6 +47,8 @@ protected:
     }
 };
 
+// Promise (Runtime and its log): `Vorlen_Initialize` runs the inits of the modules in the order of
+// registration, `Vorlen_Shutdown` the cleanups in reverse.
 TEST_F(ModuleRegistration, runs_inits_in_order_and_cleanups_in_reverse) {
     registerBoth();
     EXPECT_TRUE(runtime.initialize());
@@ -57,14 +59,14 @@ TEST_F(ModuleRegistration, runs_inits_in_order_and_cleanups_in_reverse) {
     EXPECT_EQ(standardError.text(), "");
 }
 
-TEST_F(ModuleRegistration, may_be_started_and_stopped_without_any_module) {
+TEST_F(ModuleRegistration, starts_and_stops_without_a_module) {
     EXPECT_TRUE(runtime.initialize());
     runtime.shutdown();
     runtime.shutdown();
     EXPECT_EQ(standardError.text(), "");
 }
 
-TEST_F(ModuleRegistration, reaches_a_module_that_came_after_the_start_when_started_again) {
+TEST_F(ModuleRegistration, runs_inits_of_later_modules_at_the_next_start) {
     runtime.registerInit(initFirst);
     EXPECT_TRUE(runtime.initialize());
     runtime.registerInit(initSecond);
@@ -73,17 +75,19 @@ TEST_F(ModuleRegistration, reaches_a_module_that_came_after_the_start_when_start
     EXPECT_THAT(journal, ElementsAre("init first", "init second"));
 }
 
-TEST_F(ModuleRegistration, stops_at_a_failing_init_says_why_and_cleans_up) {
+// Promise (Runtime and its log): When an init fails, `Vorlen_Initialize` runs all cleanups, writes
+// one line on standard error and returns false.
+TEST_F(ModuleRegistration, cleans_up_after_a_failing_init) {
     registerBoth();
     runtime.registerInit(failWithAReason);
-    runtime.registerCleanup(cleanUpFirst); // registered anew, and so the last
+    runtime.registerCleanup(cleanUpFirst); // registered again, and so the last
     EXPECT_FALSE(runtime.initialize());
     EXPECT_THAT(journal,
                 ElementsAre("init first", "init second", "cleanup first", "cleanup second"));
     EXPECT_EQ(complaint(), "vorlen_runtime: the init of a module failed: no desktop");
 }
 
-TEST_F(ModuleRegistration, does_not_run_the_inits_behind_a_failing_one) {
+TEST_F(ModuleRegistration, stops_at_a_failing_init) {
     runtime.registerInit(failWithoutAReason);
     runtime.registerInit(initFirst);
     EXPECT_FALSE(runtime.initialize());
@@ -92,7 +96,7 @@ TEST_F(ModuleRegistration, does_not_run_the_inits_behind_a_failing_one) {
               "vorlen_runtime: the init of a module failed with an exception of unknown type");
 }
 
-TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup_and_says_why) {
+TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup) {
     runtime.registerCleanup(cleanUpFirst);
     runtime.registerCleanup(failWithAReason);
     runtime.registerCleanup(cleanUpSecond);
@@ -101,7 +105,7 @@ TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup_and_says_why) {
     EXPECT_EQ(complaint(), "vorlen_runtime: the cleanup of a module failed: no desktop");
 }
 
-TEST_F(ModuleRegistration, goes_on_after_a_cleanup_that_fails_without_a_reason) {
+TEST_F(ModuleRegistration, reports_a_cleanup_that_fails_without_a_reason) {
     runtime.registerCleanup(cleanUpFirst);
     runtime.registerCleanup(failWithoutAReason);
     runtime.shutdown();
@@ -110,21 +114,21 @@ TEST_F(ModuleRegistration, goes_on_after_a_cleanup_that_fails_without_a_reason) 
               "vorlen_runtime: the cleanup of a module failed with an exception of unknown type");
 }
 
-TEST_F(ModuleRegistration, runs_a_function_once_however_often_it_is_registered) {
+TEST_F(ModuleRegistration, runs_a_function_once_that_is_registered_twice) {
     runtime.registerInit(initFirst);
     runtime.registerInit(initFirst);
     EXPECT_TRUE(runtime.initialize());
     EXPECT_THAT(journal, ElementsAre("init first"));
 }
 
-TEST_F(ModuleRegistration, refuses_what_is_no_function) {
+TEST_F(ModuleRegistration, refuses_a_null_init) {
     runtime.registerInit(nullptr);
     ASSERT_EQ(complaint(), "vorlen_runtime: a module registered no init function: register the "
                            "address of a function of the module");
     EXPECT_TRUE(runtime.initialize());
 }
 
-TEST_F(ModuleRegistration, refuses_what_is_no_cleanup_function) {
+TEST_F(ModuleRegistration, refuses_a_null_cleanup) {
     runtime.registerCleanup(nullptr);
     ASSERT_EQ(complaint(), "vorlen_runtime: a module registered no cleanup function: register the "
                            "address of a function of the module");
@@ -145,7 +149,7 @@ protected:
     decltype(getVorlenMonitorModelName)* getModelName = nullptr;
 };
 
-TEST_F(ShippedModule, registers_itself_and_works_between_start_and_end) {
+TEST_F(ShippedModule, works_between_start_and_end) {
     std::int32_t major = 0;
     std::int32_t minor = -1;
     std::int32_t patch = 0;
@@ -161,7 +165,7 @@ TEST_F(ShippedModule, registers_itself_and_works_between_start_and_end) {
     EXPECT_EQ(getModelName(), nullptr);
 }
 
-TEST_F(ShippedModule, is_called_no_more_once_it_has_been_unloaded) {
+TEST_F(ShippedModule, is_not_called_after_it_was_unloaded) {
     EXPECT_NE(runtime.getMonitorWrapper(), nullptr);
     EXPECT_NE(runtime.getWindowEnumWrapper(), nullptr);
     EXPECT_TRUE(runtime.initialize());
@@ -172,7 +176,7 @@ TEST_F(ShippedModule, is_called_no_more_once_it_has_been_unloaded) {
     runtime.shutdown();
 }
 
-TEST_F(ShippedModule, works_again_when_it_is_loaded_again) {
+TEST_F(ShippedModule, works_after_it_was_loaded_again) {
     module.reset();
     load();
     EXPECT_NE(runtime.getMonitorWrapper(), nullptr);

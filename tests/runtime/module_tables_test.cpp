@@ -1,4 +1,4 @@
-#include "tests/runtime/registration_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 
 #include <stdexcept>
 
@@ -29,13 +29,13 @@ TEST_F(ModuleVersions, are_kept_by_name) {
     EXPECT_EQ(versionOf("two"), "4.5.6");
 }
 
-TEST_F(ModuleVersions, are_those_of_the_last_registration) {
+TEST_F(ModuleVersions, are_replaced_by_a_later_registration) {
     runtime.registerVersion("one", 1, 2, 3);
     runtime.registerVersion("one", 3, 2, 1);
     EXPECT_EQ(versionOf("one"), "3.2.1");
 }
 
-TEST_F(ModuleVersions, are_unknown_for_any_other_name) {
+TEST_F(ModuleVersions, are_unknown_for_other_names) {
     runtime.registerVersion("one", 1, 2, 3);
     for (const char* const name : {"", "on", "one ", "One", static_cast<const char*>(nullptr)}) {
         EXPECT_EQ(versionOf(name), "");
@@ -50,16 +50,12 @@ TEST_F(ModuleVersions, keep_a_copy_of_the_name) {
 }
 
 TEST_F(ModuleVersions, need_a_name) {
+    const std::string expected = "vorlen_runtime: a module registered no name: register a name of "
+                                 "at least one character\r\n";
     runtime.registerVersion("", 1, 2, 3);
-    EXPECT_EQ(complaint(), "vorlen_runtime: a module registered no name: register a name of at "
-                           "least one character");
-    EXPECT_EQ(versionOf(""), "");
-}
-
-TEST_F(ModuleVersions, need_a_name_that_is_a_text) {
     runtime.registerVersion(nullptr, 1, 2, 3);
-    EXPECT_EQ(complaint(), "vorlen_runtime: a module registered no name: register a name of at "
-                           "least one character");
+    EXPECT_EQ(standardError.text(), expected + expected);
+    EXPECT_EQ(versionOf(""), "");
 }
 
 class ModuleTables : public RegistrationTest {
@@ -99,7 +95,7 @@ TEST_F(ModuleTables, are_replaced_by_a_later_registration) {
     EXPECT_STREQ(runtime.getMonitorWrapper()->getCurrentMonitorName(), "second");
 }
 
-TEST_F(ModuleTables, of_lists_are_kept_beside_that_of_the_service) {
+TEST_F(ModuleTables, hold_that_of_the_lists_beside_that_of_the_service) {
     vorlen::WindowEnumWrapper table{};
     table.updateMonitorList = update;
     runtime.registerWindowEnumWrapper(table);

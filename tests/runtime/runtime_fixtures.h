@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/runtime/captured_standard_error.h"
+#include "tests/fixtures/shipped_runtime.h"
 #include "tests/runtime/logging_image.h"
 
 #include <gtest/gtest.h>
@@ -14,10 +14,7 @@ namespace tests {
 
 using vorlen::log::level_enum;
 
-constexpr const wchar_t* levelVariable = L"VORLEN_LOG_LEVEL";
-constexpr const wchar_t* fileVariable = L"VORLEN_LOG_FILE";
-
-// An empty folder that goes with the object.
+// An empty folder that is removed with the object.
 class TemporaryFolder {
 public:
     TemporaryFolder();
@@ -28,7 +25,7 @@ public:
     const std::filesystem::path path;
 };
 
-// An environment variable that is as before when the object goes.
+// An environment variable that has its earlier value again when the object is destroyed.
 class EnvironmentVariable {
 public:
     explicit EnvironmentVariable(const wchar_t* variable);
@@ -43,6 +40,25 @@ private:
     const wchar_t* name;
     std::optional<std::wstring> original;
 };
+
+// Standard error of this process, of the C library and of the system alike, goes to a file while
+// the object lives.
+class CapturedStandardError {
+public:
+    explicit CapturedStandardError(std::filesystem::path file);
+    ~CapturedStandardError();
+    CapturedStandardError(const CapturedStandardError&) = delete;
+    CapturedStandardError& operator=(const CapturedStandardError&) = delete;
+
+    // What has been written so far, byte for byte.
+    std::string text() const;
+
+private:
+    std::filesystem::path path;
+    int original;
+};
+
+std::string contentsOf(const std::filesystem::path& file);
 
 // A test of the shipped runtime's logger, freshly loaded together with two images that log. It
 // starts without log variables.
@@ -64,11 +80,26 @@ protected:
     const TemporaryFolder folder;
     const std::filesystem::path file = folder.path / "every line.log";
     const CapturedStandardError standardError{folder.path / "standard error"};
-    const EnvironmentVariable level{levelVariable};
-    const EnvironmentVariable fileName{fileVariable};
+    const EnvironmentVariable level{L"VORLEN_LOG_LEVEL"};
+    const EnvironmentVariable fileName{L"VORLEN_LOG_FILE"};
     std::optional<Library> runtime;
     std::optional<LoggingImage> one;
     std::optional<LoggingImage> two;
+};
+
+// A test of what the shipped runtime keeps for modules.
+class RegistrationTest : public testing::Test {
+protected:
+    // The one line that was written, without its end.
+    std::string complaint() const {
+        const std::string text = standardError.text();
+        EXPECT_TRUE(text.ends_with("\r\n")) << text;
+        return text.substr(0, text.find('\r'));
+    }
+
+    const TemporaryFolder folder;
+    const CapturedStandardError standardError{folder.path / "standard error"};
+    const ShippedRuntime runtime;
 };
 
 // The line of a log file without its time.

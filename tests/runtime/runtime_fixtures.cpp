@@ -1,14 +1,24 @@
-#include "tests/runtime/logger_fixture.h"
+#include "tests/runtime/runtime_fixtures.h"
 
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <regex>
 #include <stdexcept>
+#include <utility>
 
 namespace tests {
 
 namespace {
+
+constexpr int standardErrorFile = 2;
 
 std::filesystem::path newFolder() {
     const auto place = std::filesystem::temp_directory_path();
@@ -72,6 +82,34 @@ void EnvironmentVariable::set(const std::wstring& value) const {
 
 void EnvironmentVariable::unset() const {
     SetEnvironmentVariableW(name, nullptr);
+}
+
+CapturedStandardError::CapturedStandardError(std::filesystem::path file)
+    : path(std::move(file)), original(_dup(standardErrorFile)) {
+    const int target =
+        _wopen(path.c_str(), _O_CREAT | _O_TRUNC | _O_WRONLY | _O_TEXT, _S_IREAD | _S_IWRITE);
+    if (original < 0 || target < 0 || _dup2(target, standardErrorFile) != 0) {
+        throw std::runtime_error("standard error cannot be captured in " + path.string());
+    }
+    _close(target);
+}
+
+CapturedStandardError::~CapturedStandardError() {
+    static_cast<void>(std::fflush(stderr));
+    _dup2(original, standardErrorFile);
+    _close(original);
+}
+
+std::string CapturedStandardError::text() const {
+    return contentsOf(path);
+}
+
+std::string contentsOf(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) {
+        throw std::runtime_error("cannot read " + file.string());
+    }
+    return {std::istreambuf_iterator<char>(stream), {}};
 }
 
 LoggerTest::LoggerTest() {
