@@ -1,7 +1,7 @@
-#include "tests/support/allocations.h"
 #include "tests/fixtures/service_members.h"
+#include "tests/support/allocations.h"
+#include "tests/sweeps/failures.h"
 #include "tests/sweeps/operations.h"
-#include "tests/sweeps/outcome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -69,7 +69,7 @@ protected:
     SweepWorld world;
 };
 
-TEST_P(AllocationSweep, every_request_for_memory_that_fails_is_survived_as_promised) {
+TEST_P(AllocationSweep, ends_as_promised_whichever_request_for_memory_fails) {
     for (std::size_t n = 1;; ++n) {
         SCOPED_TRACE("request " + std::to_string(n));
         if (!failsAt(n) || HasFailure()) {

@@ -23,7 +23,7 @@ std::uintptr_t __cdecl FailingImports::beginThread(void* security, unsigned stac
     return _beginthreadex(security, stackSize, procedure, parameter, flags, threadId);
 }
 
-// The thread has ended all the same, so that it is not met again later.
+// Waits all the same, so that the thread has ended before the next operation.
 DWORD WINAPI FailingImports::waitFor(HANDLE object, DWORD timeout) {
     const auto error = get().journal.enter("WaitForSingleObject");
     const DWORD result = WaitForSingleObject(object, timeout);

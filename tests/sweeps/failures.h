@@ -10,7 +10,11 @@
 
 namespace tests {
 
-// One way in which a call can fail, and how an operation then ends: see outcomeOf.
+// How an operation of the library ended: "returned", or the exception that left it, such as
+// "std::bad_alloc" or "_com_error 0x8007000e".
+std::string outcomeOf(const std::function<void()>& operation);
+
+// One way in which a call can fail, and how an operation then ends.
 struct FailureMode {
     std::string name;
     std::function<void(Journal& journal, const std::string& call, std::size_t n)> plan;

@@ -1,6 +1,5 @@
 #include "tests/sweeps/failures.h"
 #include "tests/sweeps/operations.h"
-#include "tests/sweeps/outcome.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -61,10 +60,10 @@ protected:
             forgetHookThatWasKept();
         }
         if (failing.call == "SendMessageW") {
-            world.windowBoxFollows = false; // what it was not told it does not know
+            world.windowBoxFollows = false; // it has missed a message
         }
         if (outcome == "returned") {
-            // What was read is as good as the desktop told it, until it is stale.
+            // What was read with a failure stays until the list is stale.
             world.makeIdentificationsUnknown();
             world.letListGrowStale();
         }
@@ -73,7 +72,7 @@ protected:
         return made;
     }
 
-    // The hook that the system did not release is the system's from now on.
+    // The system did not release the hook: the desktop must not expect its release.
     void forgetHookThatWasKept() {
         auto& hooks = world.desktop.eventHooks.all;
         const auto kept = std::find_if(hooks.begin(), hooks.end(),
@@ -86,7 +85,7 @@ protected:
     std::optional<std::vector<std::string>> counted;
 };
 
-TEST_P(FaultSweep, every_call_that_fails_is_survived_as_promised) {
+TEST_P(FaultSweep, ends_as_promised_whichever_call_fails) {
     for (const FailingCall& failing : failingCalls()) {
         if (callsWithoutFailure(failing.call) == 0) {
             continue;
@@ -106,7 +105,7 @@ INSTANTIATE_TEST_SUITE_P(of, FaultSweep, testing::ValuesIn(operations()),
                          [](const auto& swept) { return swept.param.name; });
 
 // What is done once in the life of the library fails in a library of its own each time.
-TEST(FaultSweepOfLoading, every_call_that_fails_is_survived_as_promised) {
+TEST(FaultSweepOfFirstInit, ends_as_promised_whichever_call_fails) {
     for (const FailingCall& failing : failingCalls()) {
         for (const FailureMode& mode : failing.modes) {
             for (std::size_t n = 1;; ++n) {

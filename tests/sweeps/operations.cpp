@@ -29,165 +29,145 @@ HWND anyWindow(SweepWorld& world) {
 
 void turnWindowsOff(SweepWorld& world) {
     world.windowBoxFollows = false;
-    world.module.monitorWrapper().useWindowList(false);
+    world.table().useWindowList(false);
 }
 
 void showLateWindow(SweepWorld& world) {
     world.desktop.windows.find(world.lateWindow)->alive = true;
 }
 
+void announceLateWindow(SweepWorld& world) {
+    showLateWindow(world);
+    world.desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, world.lateWindow);
+}
+
+void turnWindowsOffAndOn(SweepWorld& world) {
+    turnWindowsOff(world);
+    world.table().useWindowList(true);
+}
+
+void restartWindows(SweepWorld& world) {
+    world.windowBoxFollows = false;
+    world.exports().restartWindowList();
+}
+
+void cleanUp(SweepWorld& world) {
+    world.windowBoxFollows = false;
+    world.module.cleanup();
+}
+
+void readMonitors(SweepWorld& world) {
+    MonitorListItem items[2];
+    world.exports().getMonitorList(items, 2);
+}
+
+void readWindows(SweepWorld& world) {
+    WindowListItem items[4];
+    world.exports().getWindowList(items, 4);
+}
+
+void readCheckedMonitor(SweepWorld& world) {
+    MonitorListItem item;
+    world.exports().getCheckedMonitor(&item);
+}
+
+void setModelName(SweepWorld& world) {
+    world.exports().setVorlenMonitorModelName("A name that needs memory of its own", 35);
+}
+
+void readMonitorName(SweepWorld& world) {
+    exported<std::wstring(HMONITOR)>(world,
+                                     "_Z14getMonitorNameB5cxx11P10HMONITOR__")(anyMonitor(world));
+}
+
+void readMonitorPath(SweepWorld& world) {
+    exported<std::wstring(HMONITOR)>(world,
+                                     "_Z14getMonitorPathB5cxx11P10HMONITOR__")(anyMonitor(world));
+}
+
+void readMonitorBasicInfo(SweepWorld& world) {
+    MonitorInfo info;
+    exported<void(HMONITOR, MonitorInfo&)>(
+        world, "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo")(anyMonitor(world), info);
+}
+
+// The service is running, and its monitors are stale.
+Operation call(const std::string& name, const std::function<void(SweepWorld&)>& run) {
+    return {.name = name, .run = run};
+}
+
+Operation onFreshList(Operation operation) {
+    operation.name += "_on_fresh_list";
+    operation.onFreshList = true;
+    return operation;
+}
+
+Operation after(const std::function<void(SweepWorld&)>& arrange, Operation operation) {
+    operation.arrange = arrange;
+    return operation;
+}
+
 std::vector<Operation> exports() {
+    const auto check =
+        call("checkMonitorStatus", [](auto& w) { w.exports().checkMonitorStatus(); });
+    const auto update = call("updateMonitorList", [](auto& w) { w.exports().updateMonitorList(); });
     return {
-        {"checkMonitorStatus",
-         [](auto& w) {
-             w.module.exports->checkMonitorStatus();
-         }},
-        {"getMonitorList",
-         [](auto& w) {
-             MonitorListItem items[2];
-             w.module.exports->getMonitorList(items, 2);
-         }},
-        {"getWindowList",
-         [](auto& w) {
-             WindowListItem items[4];
-             w.module.exports->getWindowList(items, 4);
-         },
-         [](auto& w) {
-             showLateWindow(w);
-             w.desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, w.lateWindow);
-         }},
-        {"getMonitorModelName",
-         [](auto& w) {
-             w.module.exports->getMonitorModelName();
-         }},
-        {"getVorlenMonitorModelName",
-         [](auto& w) {
-             w.module.exports->getVorlenMonitorModelName();
-         }},
-        {"setVorlenMonitorModelName",
-         [](auto& w) {
-             w.module.exports->setVorlenMonitorModelName("A name that needs memory of its own", 35);
-         }},
-        {"getMonitorRect",
-         [](auto& w) {
-             w.module.exports->getMonitorRect();
-         }},
-        {.name = "updateMonitorList",
-         .run = [](auto& w) { w.module.exports->updateMonitorList(); },
-         .onFreshList = true},
-        {"getLastMonitorStatus",
-         [](auto& w) {
-             w.module.exports->getLastMonitorStatus();
-         }},
-        {"getCheckedMonitor",
-         [](auto& w) {
-             MonitorListItem item;
-             w.module.exports->getCheckedMonitor(&item);
-         }},
-        {"getReasonNotCapturable",
-         [](auto& w) {
-             w.module.exports->getReasonNotCapturable(anyWindow(w));
-         }},
-        {"restartWindowList",
-         [](auto& w) {
-             w.windowBoxFollows = false;
-             w.module.exports->restartWindowList();
-         }},
-        {"getMonitorName",
-         [](auto& w) {
-             exported<std::wstring(HMONITOR)>(w, "_Z14getMonitorNameB5cxx11P10HMONITOR__")(
-                 anyMonitor(w));
-         }},
-        {"getMonitorPath",
-         [](auto& w) {
-             exported<std::wstring(HMONITOR)>(w, "_Z14getMonitorPathB5cxx11P10HMONITOR__")(
-                 anyMonitor(w));
-         }},
-        {"getMonitorBasicInfo",
-         [](auto& w) {
-             MonitorInfo info;
-             exported<void(HMONITOR, MonitorInfo&)>(
-                 w, "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo")(anyMonitor(w), info);
-         }},
+        check,
+        onFreshList(check),
+        onFreshList(update),
+        call("getMonitorList", readMonitors),
+        after(announceLateWindow, call("getWindowList", readWindows)),
+        call("getMonitorModelName", [](auto& w) { w.exports().getMonitorModelName(); }),
+        call("getVorlenMonitorModelName", [](auto& w) { w.exports().getVorlenMonitorModelName(); }),
+        call("setVorlenMonitorModelName", setModelName),
+        call("getMonitorRect", [](auto& w) { w.exports().getMonitorRect(); }),
+        call("getLastMonitorStatus", [](auto& w) { w.exports().getLastMonitorStatus(); }),
+        call("getCheckedMonitor", readCheckedMonitor),
+        call("getReasonNotCapturable",
+             [](auto& w) { w.exports().getReasonNotCapturable(anyWindow(w)); }),
+        call("restartWindowList", restartWindows),
+        call("getMonitorName", readMonitorName),
+        call("getMonitorPath", readMonitorPath),
+        call("getMonitorBasicInfo", readMonitorBasicInfo),
     };
 }
 
 std::vector<Operation> monitorTable() {
     return {
-        {"table_getWindowList", [](auto& w) { w.module.monitorWrapper().getWindowList(); },
-         [](auto& w) {
-             showLateWindow(w);
-             w.desktop.eventHooks.deliver(EVENT_OBJECT_SHOW, w.lateWindow);
-         }},
-        {"table_getMonitorList",
-         [](auto& w) {
-             w.module.monitorWrapper().getMonitorList();
-         }},
-        {"table_getCurrentMonitorName",
-         [](auto& w) {
-             w.module.monitorWrapper().getCurrentMonitorName();
-         }},
-        {"table_getVorlenModelName",
-         [](auto& w) {
-             w.module.monitorWrapper().getVorlenModelName("a device name that needs memory");
-         }},
-        {"table_getVorlenModelNameWide",
-         [](auto& w) {
-             w.module.monitorWrapper().getVorlenModelNameWide(L"a device name that needs memory");
-         }},
-        {"table_setVorlenModelName",
-         [](auto& w) {
-             w.module.monitorWrapper().setVorlenModelName("Another model that needs memory");
-         }},
-        {"table_getVorlenCameraName",
-         [](auto& w) {
-             w.module.monitorWrapper().getVorlenCameraName("A model that needs memory");
-         }},
-        {"table_useWindowList_on", [](auto& w) { w.module.monitorWrapper().useWindowList(true); },
-         turnWindowsOff},
-        {"table_useWindowList_off",
-         [](auto& w) {
-             w.module.monitorWrapper().useWindowList(false);
-         }},
+        after(announceLateWindow,
+              call("table_getWindowList", [](auto& w) { w.table().getWindowList(); })),
+        call("table_getMonitorList", [](auto& w) { w.table().getMonitorList(); }),
+        call("table_getCurrentMonitorName", [](auto& w) { w.table().getCurrentMonitorName(); }),
+        call("table_getVorlenModelName",
+             [](auto& w) { w.table().getVorlenModelName("a device name that needs memory"); }),
+        call("table_getVorlenModelNameWide",
+             [](auto& w) { w.table().getVorlenModelNameWide(L"a device name that needs memory"); }),
+        call("table_setVorlenModelName",
+             [](auto& w) { w.table().setVorlenModelName("Another model that needs memory"); }),
+        call("table_getVorlenCameraName",
+             [](auto& w) { w.table().getVorlenCameraName("A model that needs memory"); }),
+        after(turnWindowsOff,
+              call("table_useWindowList_on", [](auto& w) { w.table().useWindowList(true); })),
+        call("table_useWindowList_off", [](auto& w) { w.table().useWindowList(false); }),
     };
 }
 
 std::vector<Operation> listTable() {
     return {
-        {"lists_updateMonitorList",
-         [](auto& w) {
-             w.module.windowEnumWrapper().updateMonitorList();
-         }},
-        {"lists_registerWindowComboBox",
-         [](auto& w) { w.module.windowEnumWrapper().registerWindowComboBox(w.windowBox); },
-         [](auto& w) {
-             turnWindowsOff(w);
-             w.module.monitorWrapper().useWindowList(true);
-         }},
-        {"lists_registerMonitorComboBox",
-         [](auto& w) {
-             w.module.windowEnumWrapper().registerMonitorComboBox(w.monitorBox);
-         }},
-        {"lists_getWindowHandle",
-         [](auto& w) {
-             w.module.windowEnumWrapper().getWindowHandle(1);
-         }},
-        {"lists_getMonitorHandle",
-         [](auto& w) {
-             w.module.windowEnumWrapper().getMonitorHandle(1);
-         }},
+        call("lists_updateMonitorList", [](auto& w) { w.lists().updateMonitorList(); }),
+        after(turnWindowsOffAndOn,
+              call("lists_registerWindowComboBox",
+                   [](auto& w) { w.lists().registerWindowComboBox(w.windowBox); })),
+        call("lists_registerMonitorComboBox",
+             [](auto& w) { w.lists().registerMonitorComboBox(w.monitorBox); }),
+        call("lists_getWindowHandle", [](auto& w) { w.lists().getWindowHandle(1); }),
+        call("lists_getMonitorHandle", [](auto& w) { w.lists().getMonitorHandle(1); }),
     };
 }
 
 std::vector<Operation> lifecycle() {
-    return {{"init", [](auto& w) { w.module.init(); },
-             [](auto& w) {
-                 w.windowBoxFollows = false;
-                 w.module.cleanup();
-             }},
-            {"cleanup", [](auto& w) {
-                 w.module.cleanup();
-             }}};
+    return {after(cleanUp, call("init", [](auto& w) { w.module.init(); })),
+            call("cleanup", cleanUp)};
 }
 
 std::vector<Operation> events() {

@@ -21,7 +21,7 @@ struct Operation {
     // The system called: no exception leaves, but a line is logged.
     bool isEvent = false;
 
-    // The monitors were read a moment ago, not long since.
+    // The monitors were read less than 500 ms ago.
     bool onFreshList = false;
 
     friend std::ostream& operator<<(std::ostream& out, const Operation& operation) {

@@ -2,8 +2,8 @@
 
 #include "monitor/service/ui_records.h"
 #include "tests/fixtures/display_modes.h"
-#include "tests/fixtures/service_members.h"
 #include "tests/fixtures/live_list.h"
+#include "tests/fixtures/service_members.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

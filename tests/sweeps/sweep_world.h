@@ -1,9 +1,9 @@
 #pragma once
 
 #include "simulation/simulated_desktop.h"
-#include "tests/fixtures/recording_runtime/core_calls.h"
 #include "tests/fixtures/log_recorder.h"
 #include "tests/fixtures/module_under_test.h"
+#include "tests/fixtures/recording_runtime/core_calls.h"
 #include "tests/support/simulation.h"
 #include "tests/sweeps/failing_imports.h"
 
@@ -27,19 +27,22 @@ public:
     // Makes the desktop as it was at first, and the service with a combo box for each list.
     void start();
 
-    // Gives the monitors device paths that nobody has asked WMI about, and lets the list grow
-    // stale.
+    // Gives the monitors device paths that WMI has not been asked about yet.
     void makeIdentificationsUnknown();
     void letListGrowStale() { desktop.clock.advance(std::chrono::milliseconds(500)); }
 
     // Ends the service; nothing of it may be left.
     void stop();
 
-    // That what belongs together agrees, at any time: see the implementation.
+    // That lists, records and combo box agree, at any time: see the implementation.
     void expectAgreement();
 
-    // That with every failure over, every answer is right; makes a service if there is none.
+    // That every answer is right once nothing fails; makes a service if there is none.
     void expectRightAnswers();
+
+    const Exports& exports() const { return *module.exports; }
+    const vorlen::MonitorWrapper& table() const { return module.monitorWrapper(); }
+    const vorlen::WindowEnumWrapper& lists() const { return module.windowEnumWrapper(); }
 
     ModuleUnderTest module;
     SimulatedDesktop desktop{module.image()};
@@ -51,7 +54,7 @@ public:
     HWND windowBox;
     HWND monitorBox;
 
-    // Whether the window box is registered with the live list, and was told all of it.
+    // Whether the window box is registered with the live list, and has got every message.
     bool windowBoxFollows = false;
 
 private:
