@@ -1,7 +1,7 @@
 #include "simulation/simulated_desktop.h"
+#include "tests/fixtures/display_modes.h"
 #include "tests/soak/loaded_products.h"
 #include "tests/soak/process_state.h"
-#include "tests/fixtures/display_modes.h"
 #include "tests/support/simulation.h"
 
 #include <optional>
@@ -47,11 +47,11 @@ void liveOnce(End end) {
     EXPECT_EQ(desktop.eventHooks.installed(), 0u);
 }
 
-TEST(LoadingUsingAndUnloading, a_thousand_times_leaves_nothing_behind) {
+TEST(LoadCycles, leave_nothing_behind) {
     EXPECT_TRUE(leavesNothingBehind(1'000, [] { liveOnce(End::cleanupAndUnload); }));
 }
 
-TEST(LoadingUsingAndUnloading, without_cleanup_leaves_nothing_behind) {
+TEST(LoadCycles, leave_nothing_behind_without_cleanup) {
     EXPECT_TRUE(leavesNothingBehind(100, [] { liveOnce(End::unload); }));
 }
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "monitor/display/monitor_info.h"
+#include "tests/fixtures/module_under_test.h"
 #include "tests/fixtures/shipped_runtime.h"
 #include "tests/support/library.h"
-#include "tests/fixtures/module_under_test.h"
 
 #include <windows.h>
 
@@ -12,7 +12,7 @@
 namespace tests {
 
 // The shipped runtime with the shipped module registered, both freshly loaded, and unloaded in
-// reverse order. Not the recording runtime, which keeps its notes beyond its own end.
+// reverse order. Not the recording runtime, which keeps what it recorded.
 class LoadedProducts {
     ShippedRuntime runtimeLibrary;
     Library moduleLibrary{"../bin/libvorlen_monitor.dll"};

@@ -17,7 +17,7 @@ public:
     struct Probe {
         const char* name;
         std::int64_t (*read)();
-        bool isOfHeap; // heaps set memory aside for themselves now and then
+        bool isOfHeap; // heaps reserve memory for themselves now and then
     };
 
     static constexpr std::size_t probeCount = 13;
@@ -27,7 +27,7 @@ public:
     ProcessState();
 
     // One text for every probe that differs from the earlier state, such as "threads: 2 -> 3".
-    // Those of heaps are told apart from the others, which are reproducible to the unit.
+    // Those of heaps are separate: only the others are reproducible to the unit.
     std::vector<std::string> heapDifferencesFrom(const ProcessState& earlier) const {
         return differencesFrom(earlier, true);
     }
@@ -41,9 +41,9 @@ private:
     std::array<std::int64_t, probeCount> values{};
 };
 
-// Runs the cycle so many times, after a few for what is made once in the life of a process, and
-// names what the process then holds more or less than before. The cycles are run in ten parts: a
-// leak makes the heaps grow in most of them, what a heap sets aside for itself in one or two.
+// Runs the cycle this many times, after a few runs for what is made once in the life of a process,
+// and names what the process then holds more or less of. The cycles are run in ten parts: a leak
+// makes the heaps grow in most of them, memory that a heap reserves for itself in one or two.
 testing::AssertionResult leavesNothingBehind(int cycles, const std::function<void()>& cycle);
 
 } // namespace tests

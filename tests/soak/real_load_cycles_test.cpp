@@ -31,7 +31,7 @@ public:
     const HWND windowBox;
 };
 
-TEST(LoadingUsingAndUnloadingForReal, a_thousand_times_leaves_nothing_behind) {
+TEST(RealLoadCycles, leave_nothing_behind) {
     const HostWindow host;
     EXPECT_TRUE(leavesNothingBehind(1'000, [&] {
         const LoadedProducts products;

@@ -110,7 +110,7 @@ void WindowHistory::deliver(DWORD event, HWND handle, LONG object, LONG child) {
     model.receive(event, handle, object, child);
 }
 
-// Any event about anything: most of it is of no importance, some tells of a destruction.
+// Any event about any object: most change nothing, some report a destruction.
 void WindowHistory::deliverNoise(HWND handle) {
     constexpr std::array<LONG, 4> objects = {OBJID_WINDOW, OBJID_CLIENT, OBJID_CARET, 1};
     if (oneIn(4)) {
@@ -119,7 +119,7 @@ void WindowHistory::deliverNoise(HWND handle) {
         return deliver(event, oneIn(20) ? nullptr : handle, objects[below(objects.size())], child);
     }
     if (oneIn(20)) {
-        // Of a part of the window, and so of no importance.
+        // Of a part of the window, and so without effect.
         return deliver(EVENT_OBJECT_DESTROY, handle, OBJID_CLIENT, 1 + static_cast<LONG>(below(9)));
     }
     constexpr std::array<DWORD, 5> frequent = {EVENT_OBJECT_LOCATIONCHANGE, EVENT_OBJECT_NAMECHANGE,
@@ -128,7 +128,7 @@ void WindowHistory::deliverNoise(HWND handle) {
     deliver(frequent[below(frequent.size())], handle);
 }
 
-// With the event or without; or the event comes for a window that lives on.
+// With the event or without it; or the event comes for a window that stays.
 void WindowHistory::endLife(SimulatedWindow& window) {
     window.alive = oneIn(8);
     if (!oneIn(8)) {

@@ -11,8 +11,8 @@
 
 namespace tests {
 
-// Lets pseudo-random things happen to the windows of a simulated desktop, the same for the same
-// seed, and tells the model of every event.
+// Changes the windows of a simulated desktop at random, in the same way for the same seed, and
+// hands every event to the library and to the model.
 class WindowHistory {
 public:
     WindowHistory(SimulatedDesktop& simulatedDesktop, WindowModel& windowModel, std::uint32_t seed)

@@ -1,7 +1,7 @@
-#include "tests/soak/window_history.h"
+#include "tests/fixtures/live_list.h"
 #include "tests/fixtures/log_recorder.h"
 #include "tests/fixtures/module_test.h"
-#include "tests/fixtures/live_list.h"
+#include "tests/soak/window_history.h"
 
 #include <algorithm>
 #include <charconv>
@@ -80,7 +80,7 @@ protected:
     std::vector<WindowListItem> records;
 };
 
-TEST_F(MillionEvents, leave_list_set_and_combo_boxes_as_promised) {
+TEST_F(MillionEvents, leave_lists_and_combo_boxes_as_in_a_plain_model) {
     SCOPED_TRACE("VORLEN_SOAK_SEED=" + std::to_string(seed()));
     history.addWindows(5'000);
     module.init();

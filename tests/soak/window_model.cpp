@@ -78,7 +78,7 @@ void WindowModel::append(HWND handle) {
     }
 }
 
-// A combo box that has no such entry refuses, and those behind it are not told.
+// A combo box without such an entry replies with an error: those behind it get no message.
 void WindowModel::remove(HWND handle) {
     std::size_t index = 0;
     while (listed[index].handle != handle) {

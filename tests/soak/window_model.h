@@ -11,8 +11,7 @@
 
 namespace tests {
 
-// What the library promises of its list of windows, written down as plainly as can be: what is slow
-// here may be slow.
+// The list of windows as the library promises it, in the simplest code. It may be slow.
 class WindowModel {
 public:
     struct Entry {
@@ -41,8 +40,8 @@ public:
     // Each combo box once, with what it shows.
     std::vector<Box> boxes;
 
-    // How many windows have entered and left so far, and how many of those a combo box has refused
-    // to let go.
+    // How many windows have entered and left so far, and how often a combo box without the entry
+    // has replied with an error.
     std::size_t entered = 0;
     std::size_t left = 0;
     std::size_t refusals = 0;
