@@ -10,20 +10,19 @@
 
 namespace tests {
 
-// For a test that leaves something taken on purpose: this many blocks of the heap, and no others,
-// stay when it has ended.
+// For a test that keeps memory on purpose: exactly this many blocks of the heap may be left when it
+// has ended.
 void expectBlocksLeft(std::size_t count);
 
-// What the process held of the things that code can forget to give back, at the moment at which the
-// object was made: blocks of the C library's heap, which the program and every image in it share,
-// handles, and slots of thread-local storage.
+// What the process held, when the object was made, of what code can forget to give back: blocks of
+// the C library's heap, which the program and every image in it share, handles, and slots of
+// thread-local storage.
 class Account {
 public:
     Account();
 
-    // Fails the running test, once for each kind, unless the process holds as much as then, or does
-    // so before the time is over: what watches the end of a thread gives back its own a little
-    // later.
+    // Fails the running test, once for each kind, unless the process holds as much as then. Waits
+    // for that until the time is over: what a thread held is given back shortly after its end.
     void expectSettled(std::chrono::milliseconds patience = std::chrono::seconds(2)) const;
 
 private:
@@ -37,7 +36,7 @@ private:
 
     Blocks blocks;        // and their sizes
     HANDLE nextHandle;    // the system hands out the lowest that is free
-    DWORD nextThreadSlot; // so it does with these
+    DWORD nextThreadSlot; // likewise
 };
 
 } // namespace tests

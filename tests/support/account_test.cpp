@@ -17,7 +17,7 @@ std::vector<std::string> failuresAgainst(const Account& account) {
     return failuresOf([&] { account.expectSettled(0ms); });
 }
 
-TEST(Account, is_settled_when_everything_was_given_back) {
+TEST(Account, is_settled_when_everything_was_freed) {
     const Account account;
     ::operator delete(::operator new(1));
     CloseHandle(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -25,7 +25,7 @@ TEST(Account, is_settled_when_everything_was_given_back) {
     account.expectSettled(0ms);
 }
 
-TEST(Account, shows_a_block_of_memory_that_was_kept) {
+TEST(Account, reports_memory_that_was_kept) {
     const Account account;
     void* const block = ::operator new(12345);
     const auto failures = failuresAgainst(account);
@@ -33,7 +33,7 @@ TEST(Account, shows_a_block_of_memory_that_was_kept) {
     ::operator delete(block);
 }
 
-TEST(Account, shows_a_block_of_memory_too_many_that_was_given_back) {
+TEST(Account, reports_memory_that_is_missing) {
     void* const block = ::operator new(1);
     const Account account;
     ::operator delete(block);
@@ -41,7 +41,7 @@ TEST(Account, shows_a_block_of_memory_too_many_that_was_given_back) {
     EXPECT_THAT(failures, ElementsAre(HasSubstr("blocks of the C library's heap are taken")));
 }
 
-TEST(Account, takes_blocks_into_account_that_are_left_on_purpose) {
+TEST(Account, allows_blocks_that_are_left_on_purpose) {
     const Account account;
     void* const block = ::operator new(1);
     expectBlocksLeft(1);
@@ -52,7 +52,7 @@ TEST(Account, takes_blocks_into_account_that_are_left_on_purpose) {
     expectBlocksLeft(0);
 }
 
-TEST(Account, shows_a_handle_that_was_kept) {
+TEST(Account, reports_a_handle_that_was_kept) {
     const Account account;
     const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     const auto failures = failuresAgainst(account);
@@ -60,7 +60,7 @@ TEST(Account, shows_a_handle_that_was_kept) {
     CloseHandle(event);
 }
 
-TEST(Account, shows_a_thread_slot_that_was_kept) {
+TEST(Account, reports_a_thread_slot_that_was_kept) {
     const Account account;
     const DWORD slot = TlsAlloc();
     const auto failures = failuresAgainst(account);

@@ -32,9 +32,9 @@ void traceNested(int depth) {
     }
 }
 
-// What the libraries of this program take once and keep is taken before the first test, whichever
-// that is: C++'s for exceptions, errors and as many threads as tests have at a time,
-// GoogleTest's for nested traces and intercepted failures.
+// Makes the libraries of this program take what they take once and keep, before the first test:
+// C++'s library for exceptions, errors and as many threads as tests have at a time, GoogleTest for
+// nested traces and intercepted failures.
 class LibraryWarmUp final : public testing::Environment {
     static constexpr int threadsAtATime = 16;
 
@@ -71,7 +71,7 @@ class Accountant final : public testing::EmptyTestEventListener {
         account.emplace();
     }
 
-    // The fixture is gone by now. GoogleTest itself keeps failures, and the last words of a program
+    // The fixture has been destroyed. GoogleTest itself keeps failures, and the output of a program
     // that died.
     void OnTestEnd(const testing::TestInfo& test) override {
         if (!test.result()->Failed() &&

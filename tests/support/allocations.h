@@ -17,7 +17,7 @@
 
 namespace tests {
 
-// Takes memory past the C library, whose heap is being watched.
+// Takes memory from the process heap: that of the C library is being watched.
 template <typename T>
 struct ProcessHeapAllocator {
     using value_type = T;
@@ -41,8 +41,8 @@ struct ProcessHeapAllocator {
 // request find the heap exhausted. Operators new and delete of a statically linked C++ library are
 // covered, since they call malloc and free through the same import table.
 //
-// Several images that hand memory to each other are watched as one, the test program itself may be
-// among them. Only one object at a time.
+// Several images that hand memory to each other are watched as one; the test program may be one of
+// them. Only one object at a time.
 class Allocations : private Current<Allocations> {
 public:
     explicit Allocations(std::initializer_list<HMODULE> images);
@@ -53,7 +53,7 @@ public:
     // Blocks that were taken since the object was made and not given back yet.
     std::size_t outstanding() const;
 
-    // What was asked for with these blocks, together.
+    // The sum of their sizes as they were asked for.
     std::size_t outstandingBytes() const;
 
     // Lets the n-th request from now on (1 is the next one) fail; 0 lets none fail.
@@ -65,7 +65,7 @@ public:
     // Whether a request that was chosen to fail has been made.
     bool hasFailed() const;
 
-    // How much the last of them asked for.
+    // How many bytes the last of them asked for.
     std::size_t failedBytes() const;
 
 private:
@@ -81,7 +81,7 @@ private:
     template <typename Function>
     void redirect(HMODULE image, const char* name, Function* replacement, Function*& original);
 
-    // The C library's functions, reached past the redirected table of the test program.
+    // The C library's functions: the table of the test program may be redirected itself.
     void* (*realMalloc)(std::size_t) = nullptr;
     void* (*realCalloc)(std::size_t, std::size_t) = nullptr;
     void* (*realRealloc)(void*, std::size_t) = nullptr;

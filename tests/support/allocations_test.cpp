@@ -16,7 +16,7 @@ void takeAndGiveBack() {
     ::operator delete(::operator new(1));
 }
 
-TEST(Allocations, counts_what_operator_new_takes_and_what_is_not_given_back) {
+TEST(Allocations, counts_requests_and_outstanding_blocks) {
     std::size_t requests = 0;
     std::size_t whileHeld = 0;
     std::size_t afterwards = 0;
@@ -33,7 +33,7 @@ TEST(Allocations, counts_what_operator_new_takes_and_what_is_not_given_back) {
     EXPECT_EQ(afterwards, 0u);
 }
 
-TEST(Allocations, lets_the_chosen_request_find_the_heap_exhausted) {
+TEST(Allocations, lets_the_chosen_request_fail) {
     bool failedEarly = true;
     bool secondFailed = false;
     bool failed = false;
@@ -54,7 +54,7 @@ TEST(Allocations, lets_the_chosen_request_find_the_heap_exhausted) {
     EXPECT_TRUE(failed);
 }
 
-TEST(Allocations, leaves_blocks_that_were_taken_before_it_out_of_the_count) {
+TEST(Allocations, ignores_blocks_that_were_taken_before_it) {
     void* const block = ::operator new(1);
     std::size_t outstanding = 1;
     {
@@ -65,7 +65,7 @@ TEST(Allocations, leaves_blocks_that_were_taken_before_it_out_of_the_count) {
     EXPECT_EQ(outstanding, 0u);
 }
 
-TEST(Allocations, adds_up_the_sizes_of_what_is_not_given_back) {
+TEST(Allocations, adds_up_the_sizes_of_outstanding_blocks) {
     std::size_t whileHeld = 0;
     std::size_t afterwards = 0;
     {

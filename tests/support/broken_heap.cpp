@@ -1,4 +1,4 @@
-// What the check of the heaps has to find. Not part of any other test program.
+// What the check of the heaps has to find. Not part of another test program.
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 
 namespace {
 
-// In a way that the compiler does not look through.
+// Volatile: the compiler must not see what is wrong here.
 char* volatile block = nullptr;
 
 TEST(BrokenHeap, written_behind_a_block) {

@@ -11,12 +11,12 @@ void crash() {
     RaiseException(EXCEPTION_ACCESS_VIOLATION, EXCEPTION_NONCONTINUABLE, 0, nullptr);
 }
 
-TEST(CrashReportDeathTest, a_crash_fails_the_program_and_is_told) {
+TEST(CrashReportDeathTest, ends_a_crashed_program_with_a_line_and_code_3) {
     EXPECT_EXIT(crash(), testing::ExitedWithCode(3),
                 "The test program crashed: exception 0xC0000005");
 }
 
-TEST(CrashReportDeathTest, a_crash_on_another_thread_does_so_as_well) {
+TEST(CrashReportDeathTest, covers_a_crash_on_another_thread) {
     EXPECT_EXIT(std::thread(crash).join(), testing::ExitedWithCode(3),
                 "The test program crashed: exception 0xC0000005");
 }

@@ -34,7 +34,7 @@ inline DWORD exitCodeOf(const std::filesystem::path& program, const std::wstring
     return code;
 }
 
-// The path of an image of this process; null stands for the program.
+// The path of an image of this process; of the program for null.
 inline std::filesystem::path pathOf(HMODULE image) {
     wchar_t path[MAX_PATH]{};
     GetModuleFileNameW(image, path, MAX_PATH);

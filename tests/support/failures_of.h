@@ -8,8 +8,8 @@
 
 namespace tests {
 
-// The messages of the failures that the function notes on the calling thread, instead of their
-// being failures of the running test. Unlike EXPECT_NONFATAL_FAILURE it keeps no record of its own.
+// The messages of the failures that the function reports on the calling thread. They do not fail
+// the running test. Unlike EXPECT_NONFATAL_FAILURE this keeps no memory.
 template <typename Function>
 std::vector<std::string> failuresOf(Function function) {
     testing::TestPartResultArray results;

@@ -6,8 +6,8 @@
 
 namespace tests {
 
-// What the function, which must not throw, returns on a thread of its own. Not std::async: Clang
-// cannot link what that needs of GCC's library.
+// Calls the function, which must not throw, on another thread, and returns its result. Not
+// std::async: Clang cannot link what it needs of GCC's library.
 template <typename Function>
 auto onAnotherThread(Function function) {
     if constexpr (std::is_void_v<std::invoke_result_t<Function>>) {

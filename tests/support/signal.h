@@ -25,7 +25,7 @@ public:
 
     void raise() { SetEvent(event); }
 
-    // Whether it has happened, at the latest when the time is over.
+    // Waits until it has happened or the time is over. Returns whether it has happened.
     bool waitFor(std::chrono::milliseconds time) const {
         return WaitForSingleObject(event, static_cast<DWORD>(time.count())) == WAIT_OBJECT_0;
     }
@@ -37,7 +37,7 @@ private:
     HANDLE event;
 };
 
-// Lets a number of threads go on together.
+// Lets this many threads go on together.
 class Gate {
 public:
     explicit Gate(int threadCount) : missing(threadCount) {}
