@@ -16,36 +16,35 @@ struct Thing {
     std::string name;
 };
 
-using Told = std::vector<std::pair<Change, std::string>>;
+using Changes = std::vector<std::pair<Change, std::string>>;
 
-Told changesBetween(const std::vector<Thing>& before, const std::vector<Thing>& now) {
-    Told told;
+Changes changesBetween(const std::vector<Thing>& before, const std::vector<Thing>& now) {
+    Changes changes;
     visitChanges(
         before, now, [](const Thing& left, const Thing& right) { return left.name == right.name; },
-        [&](Change change, const Thing& thing) { told.emplace_back(change, thing.name); });
-    return told;
+        [&](Change change, const Thing& thing) { changes.emplace_back(change, thing.name); });
+    return changes;
 }
 
-TEST(Changes, NothingIsToldOfTheSameList) {
-    EXPECT_EQ(changesBetween({{1, "a"}, {2, "b"}}, {{1, "a"}, {2, "b"}}), Told{});
-    EXPECT_EQ(changesBetween({{1, "a"}, {2, "b"}}, {{2, "b"}, {1, "a"}}), Told{});
+TEST(VisitChanges, visits_nothing_of_the_same_list) {
+    EXPECT_EQ(changesBetween({{1, "a"}, {2, "b"}}, {{2, "b"}, {1, "a"}}), Changes{});
 }
 
-TEST(Changes, WhatHasGoneIsToldAsItWasAndFirst) {
+TEST(VisitChanges, visits_gone_records_first_and_as_they_were) {
     EXPECT_EQ(changesBetween({{1, "a"}, {2, "b"}}, {{3, "c"}}),
-              (Told{{Change::gone, "a"}, {Change::gone, "b"}, {Change::appeared, "c"}}));
+              (Changes{{Change::gone, "a"}, {Change::gone, "b"}, {Change::appeared, "c"}}));
 }
 
-TEST(Changes, WhatChangedIsToldAsItIsNow) {
-    EXPECT_EQ(changesBetween({{1, "a"}}, {{1, "z"}}), (Told{{Change::changed, "z"}}));
+TEST(VisitChanges, visits_changed_records_as_they_are_now) {
+    EXPECT_EQ(changesBetween({{1, "a"}}, {{1, "z"}}), (Changes{{Change::changed, "z"}}));
 }
 
-TEST(Changes, TheSameNameUnderAnotherHandleIsAnotherThing) {
+TEST(VisitChanges, identifies_records_by_their_handles) {
     EXPECT_EQ(changesBetween({{1, "a"}}, {{2, "a"}}),
-              (Told{{Change::gone, "a"}, {Change::appeared, "a"}}));
+              (Changes{{Change::gone, "a"}, {Change::appeared, "a"}}));
 }
 
-TEST(ChangeLine, SpellsOutWhatCouldDriveATerminal) {
+TEST(ChangeLine, spells_out_what_could_drive_a_terminal) {
     const WindowRow window{reinterpret_cast<void*>(std::uintptr_t{0x20}), "a\x1b[31m\nb", "Class",
                            std::nullopt};
     EXPECT_EQ(changeLine(Change::gone, window, WindowSource::events, false),

@@ -33,13 +33,13 @@ std::string refusal(const std::vector<std::string>& arguments) {
     }
 }
 
-TEST(CommandLine, AsksForATableOrForJson) {
+TEST(CommandLine, selects_a_table_or_json) {
     EXPECT_FALSE(monitorsAsJson({"monitors"}));
     EXPECT_TRUE(monitorsAsJson({"monitors", "--json"}));
     EXPECT_TRUE(monitorsAsJson({"monitors", "--json", "--json"}));
 }
 
-TEST(CommandLine, has_a_watch_go_by_events_only_when_asked_to) {
+TEST(CommandLine, selects_events_only_for_a_watch) {
     const auto eventsOnly = [](const std::vector<std::string>& arguments) {
         return std::get<WatchOptions>(parseCommandLine(arguments)).eventsOnly;
     };
@@ -49,7 +49,7 @@ TEST(CommandLine, has_a_watch_go_by_events_only_when_asked_to) {
                 AllOf(HasSubstr("--events-only"), HasSubstr("(unreported)")));
 }
 
-TEST(CommandLine, AsksForTheHelpOfTheProgramOrOfACommand) {
+TEST(CommandLine, shows_the_help_of_the_program_or_a_command) {
     for (const char* const option : {"--help", "-h"}) {
         EXPECT_THAT(information({option}), AllOf(HasSubstr("Usage: vorlen-monitor [OPTIONS]"),
                                                  HasSubstr("monitors"), Not(HasSubstr("--json"))));
@@ -58,7 +58,7 @@ TEST(CommandLine, AsksForTheHelpOfTheProgramOrOfACommand) {
     }
 }
 
-TEST(CommandLine, AsksForTheHelpOfKitModelsWhereTheyAreTaken) {
+TEST(CommandLine, offers_kit_models_where_they_are_used) {
     for (const char* const command : {"status", "overview"}) {
         EXPECT_THAT(information({command, "--help"}),
                     ContainsRegex("\n  --kit-model NAME +The name of another kit model "
@@ -69,23 +69,23 @@ TEST(CommandLine, AsksForTheHelpOfKitModelsWhereTheyAreTaken) {
     }
 }
 
-TEST(CommandLine, AsksForTheVersion) {
+TEST(CommandLine, shows_the_version) {
     EXPECT_THAT(information({"--version"}), MatchesRegex("vorlen-monitor \\d+\\.\\d+\\.\\d+\n"));
 }
 
-TEST(CommandLine, NeedsACommand) {
+TEST(CommandLine, refuses_a_missing_command) {
     EXPECT_EQ(refusal({}),
               "no command given; the commands are: " COMMANDS "; see vorlen-monitor --help");
 }
 
-TEST(CommandLine, RefusesAnUnknownCommand) {
+TEST(CommandLine, refuses_an_unknown_command) {
     const std::string expected =
         "unknown command \"screens\"; the commands are: " COMMANDS "; see vorlen-monitor --help";
     EXPECT_EQ(refusal({"screens"}), expected);
     EXPECT_EQ(refusal({"screens", "monitors"}), expected);
 }
 
-TEST(CommandLine, RefusesAnUnknownOption) {
+TEST(CommandLine, refuses_an_unknown_option) {
     EXPECT_EQ(refusal({"--jsno"}), "unknown option \"--jsno\"; see vorlen-monitor --help");
     EXPECT_EQ(refusal({"--jsno", "monitors"}),
               "unknown option \"--jsno\"; see vorlen-monitor --help");
@@ -93,13 +93,13 @@ TEST(CommandLine, RefusesAnUnknownOption) {
               "unknown option \"--jsno=3\"; see vorlen-monitor monitors --help");
 }
 
-TEST(CommandLine, RefusesAnArgumentTooMany) {
+TEST(CommandLine, refuses_an_argument_too_many) {
     EXPECT_EQ(refusal({"monitors", "DISPLAY1"}),
               "unexpected argument \"DISPLAY1\" for vorlen-monitor monitors; "
               "see vorlen-monitor monitors --help");
 }
 
-TEST(CommandLine, RefusesAValueForAFlag) {
+TEST(CommandLine, refuses_a_value_for_a_flag) {
     EXPECT_EQ(refusal({"monitors", "--json=yes"}),
               "option json takes no value; see vorlen-monitor monitors --help");
 }

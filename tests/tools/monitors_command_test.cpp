@@ -5,7 +5,12 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace vorlen::tool {
 namespace {
@@ -52,55 +57,49 @@ MonitorListItem monitorLeftOfThePrimaryOne() {
     return monitor;
 }
 
-TEST(ReadingMonitors, GivesAllOfThem) {
+TEST(ReadRecords, reads_all_of_them) {
     EXPECT_EQ(readWhile({3}).size(), 3U);
     EXPECT_EQ(readWhile({3}).back().x, 2);
-}
-
-TEST(ReadingMonitors, GivesNoneOfAnEmptyDesktop) {
     EXPECT_TRUE(readWhile({0}).empty());
 }
 
-TEST(ReadingMonitors, GivesAlsoThoseThatComeBetweenTheSizeQueryAndTheCopy) {
+TEST(ReadRecords, reads_again_when_more_appear_before_the_copy) {
     EXPECT_EQ(readWhile({1, 4}).size(), 4U);
     EXPECT_EQ(readWhile({0, 1, 2, 5}).size(), 5U);
 }
 
-TEST(ReadingMonitors, GivesOnlyThoseThatAreStillThereAtTheCopy) {
+TEST(ReadRecords, keeps_those_that_are_left_at_the_copy) {
     EXPECT_EQ(readWhile({3, 1}).size(), 1U);
     EXPECT_TRUE(readWhile({3, 0}).empty());
 }
 
-TEST(MonitorsTable, ShowsEveryField) {
+TEST(MonitorsTable, shows_every_field) {
     EXPECT_EQ(monitorsTable({monitorLeftOfThePrimaryOne()}),
               "HANDLE   DEVICE NAME   FRIENDLY NAME  MONITOR ID      X    Y  WIDTH  HEIGHT  HZ\n"
               "0x10001  \\\\.\\DISPLAY1  Gl\xc3\xa4ser 3D      SN-1        -3840  -20   3840"
               "    2160  59\n");
 }
 
-TEST(MonitorsTable, SaysThatThereIsNoMonitor) {
+TEST(MonitorsTable, is_a_sentence_without_monitors) {
     EXPECT_EQ(monitorsTable({}), "The desktop has no monitor.\n");
 }
 
-TEST(MonitorsJson, HoldsEveryFieldInTheOrderOfTheRecord) {
+TEST(MonitorsJson, holds_every_field_in_the_order_of_the_record) {
     EXPECT_EQ(monitorsJson({monitorLeftOfThePrimaryOne()}).dump(),
               "[{\"handle\":\"0x10001\",\"deviceName\":\"\\\\\\\\.\\\\DISPLAY1\","
               "\"friendlyName\":\"Gl\xc3\xa4ser 3D\",\"monitorId\":\"SN-1\","
               "\"x\":-3840,\"y\":-20,\"width\":3840,\"height\":2160,\"refreshRate\":59}]");
 }
 
-TEST(MonitorsJson, KeepsTheOrderOfTheMonitors) {
+TEST(MonitorsJson, keeps_the_order_of_the_monitors) {
     const auto json = monitorsJson(readWhile({3}));
     ASSERT_EQ(json.size(), 3U);
     EXPECT_EQ(json[0]["x"], 0);
     EXPECT_EQ(json[2]["x"], 2);
-}
-
-TEST(MonitorsJson, IsAnEmptyArrayWithoutMonitors) {
     EXPECT_EQ(monitorsJson({}).dump(), "[]");
 }
 
-TEST(MonitorsJson, HoldsAllBitsOfAHandle) {
+TEST(MonitorsJson, holds_all_bits_of_a_handle) {
     MonitorListItem monitor{};
     EXPECT_EQ(monitorsJson({monitor})[0]["handle"], "0x0");
     monitor.handle = reinterpret_cast<void*>(std::uintptr_t{0xFEDCBA9876543210});

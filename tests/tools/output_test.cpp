@@ -13,13 +13,13 @@
 namespace vorlen::tool {
 namespace {
 
+using simulation::addressOf;
+using simulation::ImportRedirect;
 using testing::StartsWith;
-using ::tests::addressOf;
-using ::tests::ImportRedirect;
 
 int callsThatTookNothing = 0;
 
-// A loop that tries for ever ends with a failed test.
+// A loop that tries again and again ends with a failed test.
 BOOL takeNothing(DWORD* written) {
     *written = 0;
     if (++callsThatTookNothing > 10) {
@@ -49,7 +49,7 @@ WINAPI BOOL isConsole(HANDLE, DWORD* mode) {
     return TRUE;
 }
 
-WINAPI BOOL isNoConsole(HANDLE, DWORD*) {
+WINAPI BOOL isNotConsole(HANDLE, DWORD*) {
     return FALSE;
 }
 
@@ -73,20 +73,20 @@ protected:
     const HMODULE program = GetModuleHandleW(nullptr);
 };
 
-TEST_F(OutputTest, arrives_whole_where_a_file_takes_it_in_parts) {
-    const ImportRedirect mode(program, "GetConsoleMode", addressOf(isNoConsole));
+TEST_F(OutputTest, writes_the_rest_when_a_file_takes_a_part) {
+    const ImportRedirect mode(program, "GetConsoleMode", addressOf(isNotConsole));
     const ImportRedirect write(program, "WriteFile", addressOf(fileTakesAByte));
     Output().write("every byte");
     EXPECT_EQ(taken, "every byte");
 }
 
-TEST_F(OutputTest, fails_where_a_file_takes_nothing) {
-    const ImportRedirect mode(program, "GetConsoleMode", addressOf(isNoConsole));
+TEST_F(OutputTest, throws_when_a_file_takes_nothing) {
+    const ImportRedirect mode(program, "GetConsoleMode", addressOf(isNotConsole));
     const ImportRedirect write(program, "WriteFile", addressOf(fileTakesNothing));
     EXPECT_THAT(failureOfWriting(), StartsWith("cannot write to standard output: error 29"));
 }
 
-TEST_F(OutputTest, fails_where_a_console_takes_nothing) {
+TEST_F(OutputTest, throws_when_a_console_takes_nothing) {
     const ImportRedirect mode(program, "GetConsoleMode", addressOf(isConsole));
     const ImportRedirect write(program, "WriteConsoleW", addressOf(consoleTakesNothing));
     EXPECT_THAT(failureOfWriting(), StartsWith("cannot write to standard output: error 29"));

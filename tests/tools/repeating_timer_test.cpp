@@ -16,7 +16,7 @@ TEST(RepeatingTimer, expires_when_the_whole_period_has_passed) {
     EXPECT_TRUE(timer.hasExpired(start + 1s));
 }
 
-TEST(RepeatingTimer, expires_again_a_period_after_it_was_seen_to_expire) {
+TEST(RepeatingTimer, expires_a_period_after_it_was_last_found_expired) {
     RepeatingTimer timer(start, 1s);
     EXPECT_TRUE(timer.hasExpired(start + 10s));
     EXPECT_FALSE(timer.hasExpired(start + 10s));
