@@ -3,8 +3,8 @@ import subprocess
 
 import pytest
 
-from desktop import PROJECT, RUN, TIMEOUT_S, Desktop
-from processes import Marked
+from desktop import PROJECT, RUN, Desktop
+from processes import Marked, TIMEOUT_S
 
 
 @pytest.fixture

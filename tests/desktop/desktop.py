@@ -6,14 +6,14 @@ import pathlib
 import subprocess
 import sys
 
+from processes import TIMEOUT_S, finish, start_program
+
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 PROGRAMS = PROJECT / "build/release/bin"
 WITH_DESKTOP = PROJECT / "scripts/with-desktop"
 RUN = PROJECT / "run"
 
-TIMEOUT_S = 120
-
-# Tells its environment, and ends when its standard input is closed.
+# Prints its environment, and ends when its standard input is closed.
 HOLD_OPEN = (
     "import json, os, sys; print(json.dumps(dict(os.environ)), flush=True); sys.stdin.read()"
 )
@@ -37,26 +37,12 @@ class Desktop:
 
     def start(self, program: str | os.PathLike, *arguments: str, **options) -> subprocess.Popen:
         """Starts a Windows program; a name without a folder is one of this project's."""
-        options = {
-            "env": self.environment,
-            "stdin": subprocess.DEVNULL,
-            "stdout": subprocess.PIPE,
-            "stderr": subprocess.PIPE,
-            "encoding": "utf-8",
-            **options,
-        }
-        return subprocess.Popen(["wine", PROGRAMS / program, *arguments], **options)
+        options = {"env": self.environment, **options}
+        return start_program("wine", PROGRAMS / program, *arguments, **options)
 
     def run(self, program: str | os.PathLike, *arguments: str) -> subprocess.CompletedProcess:
-        """Runs a Windows program to its end: returncode, stdout, stderr."""
-        process = self.start(program, *arguments)
-        with process:
-            try:
-                stdout, stderr = process.communicate(timeout=TIMEOUT_S)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                raise
-        return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+        """Runs a Windows program to its end."""
+        return finish(self.start(program, *arguments))
 
     def xrandr(self, *arguments: str) -> None:
         """Changes the outputs. The query makes the server notice which are connected now."""

@@ -5,7 +5,8 @@ import select
 import shutil
 import subprocess
 
-from desktop import PROGRAMS, TIMEOUT_S, Desktop
+from desktop import PROGRAMS, Desktop
+from processes import TIMEOUT_S
 
 FILES = ("vorlen_runtime.dll", "libvorlen_monitor.dll", "../tests/tools/monitor_count.exe")
 
@@ -13,9 +14,8 @@ FILES = ("vorlen_runtime.dll", "libvorlen_monitor.dll", "../tests/tools/monitor_
 class RunningHost:
     """The test program monitor_count, which answers each line with the number of monitors.
 
-    While it runs, Wine stays up, too: a program that starts meanwhile is there in an instant, and
-    neither waits for Wine's own processes nor gets their messages on its standard error. Here they
-    are not wanted.
+    While it runs, Wine stays up, too: other programs start at once, without waiting for Wine's own
+    processes and without their messages on standard error, which are dropped here.
     """
 
     def __init__(self, desktop: Desktop, folder: pathlib.Path):

@@ -1,11 +1,11 @@
-"""scripts/bare-machine: what it refuses. The rest takes an hour and is its own proof."""
+"""scripts/bare-machine: what it refuses. Everything else takes an hour and is not tested here."""
 
 import os
-import subprocess
 
 import pytest
 
 from desktop import PROJECT
+from processes import complaint_of, run_program
 
 
 @pytest.fixture
@@ -15,16 +15,9 @@ def refused(tmp_path):
     (tmp_path / "id").chmod(0o755)
 
     def run(*arguments: str) -> str:
-        """What it said; it did nothing."""
-        done = subprocess.run(
-            [PROJECT / "scripts/bare-machine", *arguments],
-            env={**os.environ, "PATH": f"{tmp_path}:{os.environ['PATH']}"},
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            encoding="utf-8",
-        )
-        assert (done.returncode, done.stdout) == (1, "")
-        return done.stderr
+        environment = {**os.environ, "PATH": f"{tmp_path}:{os.environ['PATH']}"}
+        script = PROJECT / "scripts/bare-machine"
+        return complaint_of(run_program(script, *arguments, env=environment))
 
     return run
 

@@ -2,11 +2,11 @@
 
 import re
 import shutil
-import subprocess
 
 import pytest
 
 from desktop import PROJECT
+from processes import complaint_of, run_program
 
 SCRIPT = PROJECT / "scripts" / "behaviour"
 GROUPS = re.findall(
@@ -30,13 +30,8 @@ def tree(tmp_path):
     return tmp_path
 
 
-def behaviour(tree, *arguments) -> subprocess.CompletedProcess:
-    return subprocess.run(
-        [tree / "scripts" / "behaviour", *arguments],
-        stdin=subprocess.DEVNULL,
-        capture_output=True,
-        encoding="utf-8",
-    )
+def behaviour(tree, *arguments):
+    return run_program(tree / "scripts" / "behaviour", *arguments)
 
 
 def page(tree):
@@ -45,12 +40,6 @@ def page(tree):
 
 def add(tree, name, text):
     (tree / "tests" / "some" / name).write_text(text, encoding="utf-8")
-
-
-def complaint(checked):
-    assert (checked.returncode, checked.stdout) == (1, "")
-    assert len(checked.stderr.splitlines()) == 1
-    return checked.stderr
 
 
 def test_the_page_has_the_promises_of_all_groups_in_order(tree):
@@ -75,15 +64,15 @@ def test_a_page_that_differs_names_the_command_that_writes_it(tree):
         "behaviour: docs/behaviour.md differs from the promises of the tests; "
         "this command writes it: scripts/behaviour\n"
     )
-    assert complaint(behaviour(tree, "--check")) == expected
+    assert complaint_of(behaviour(tree, "--check")) == expected
     assert behaviour(tree).returncode == 0
     (tree / "docs" / "behaviour.md").write_text(page(tree) + "More.\n", encoding="utf-8")
-    assert complaint(behaviour(tree, "--check")) == expected
+    assert complaint_of(behaviour(tree, "--check")) == expected
 
 
 def test_a_group_without_a_promise_is_an_error(tree):
     (tree / "tests/some/unit_test.cpp").unlink()
-    assert "no test has a promise of the group" in complaint(behaviour(tree))
+    assert "no test has a promise of the group" in complaint_of(behaviour(tree))
 
 
 @pytest.mark.parametrize(
@@ -96,10 +85,10 @@ def test_a_group_without_a_promise_is_an_error(tree):
 )
 def test_a_promise_that_proves_nothing_is_named_by_its_line(tree, text, expected):
     add(tree, "other_test.cpp", text.replace("GROUP", GROUPS[0]))
-    assert expected in complaint(behaviour(tree))
+    assert expected in complaint_of(behaviour(tree))
 
 
 def test_an_unknown_argument_is_refused(tree):
-    assert complaint(behaviour(tree, "--write")) == (
+    assert complaint_of(behaviour(tree, "--write")) == (
         "behaviour: usage: scripts/behaviour [--check]\n"
     )

@@ -2,11 +2,11 @@
 
 import os
 import shutil
-import subprocess
 
 import pytest
 
 from desktop import PROJECT
+from processes import complaint_of, run_program
 
 STEPS = (
     "behaviour", "boundary", "build", "coverage", "format", "install", "lint", "mistakes", "quotes",
@@ -34,15 +34,10 @@ def tree(tmp_path):
     return root
 
 
-def check(tree, *arguments) -> subprocess.CompletedProcess:
-    programs = tree.parent / "programs"
-    return subprocess.run(
-        [tree / "check", *arguments],
-        env={**os.environ, "PATH": f"{programs}:{os.environ['PATH']}", "LC_ALL": "C"},
-        stdin=subprocess.DEVNULL,
-        capture_output=True,
-        encoding="utf-8",
-    )
+def check(tree, *arguments):
+    path = f"{tree.parent / 'programs'}:{os.environ['PATH']}"
+    environment = {**os.environ, "PATH": path, "LC_ALL": "C"}
+    return run_program(tree / "check", *arguments, env=environment)
 
 
 def test_it_ends_with_everything_passed(tree):
@@ -62,5 +57,4 @@ def test_a_step_that_fails_ends_it(tree, step):
 
 def test_an_argument_is_refused(tree):
     refused = check(tree, "--fast")
-    assert (refused.returncode, refused.stdout) == (1, "")
-    assert refused.stderr == "check: unknown argument --fast; ./check takes none\n"
+    assert complaint_of(refused) == "check: unknown argument --fast; ./check takes none\n"

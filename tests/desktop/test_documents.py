@@ -3,11 +3,11 @@
 import pathlib
 import re
 import shlex
-import subprocess
 
 import pytest
 
-from desktop import PROJECT, RUN, TIMEOUT_S
+from desktop import PROJECT, RUN
+from processes import run_program
 
 PAGES = [
     *(PROJECT / name for name in ("README.md", "CONTRIBUTING.md", "runtime/README.md")),
@@ -31,14 +31,7 @@ def shown_commands():
 def test_a_command_of_the_readme_prints_what_is_shown(marked, command, output):
     program, *arguments = shlex.split(command)
     assert program == "./run"
-    shown = subprocess.run(
-        [RUN, *arguments],
-        env=marked.environment,
-        stdin=subprocess.DEVNULL,
-        capture_output=True,
-        encoding="utf-8",
-        timeout=TIMEOUT_S,
-    )
+    shown = run_program(RUN, *arguments, env=marked.environment)
     assert (shown.returncode, shown.stdout) == (0, output)
 
 

@@ -1,9 +1,9 @@
 """The tests of the public headers on a machine without a native compiler."""
 
 import shutil
-import subprocess
 
 from desktop import PROJECT
+from processes import run_program
 
 COMMANDS = (
     "cmake", "ninja", "x86_64-w64-mingw32-ar", "x86_64-w64-mingw32-g++-posix",
@@ -26,13 +26,7 @@ def test_are_not_configured_without_a_compiler(tmp_path):
 
     toolchain = PROJECT / "cmake" / "mingw-gcc.cmake"
     only_path = "-DCMAKE_FIND_USE_CMAKE_SYSTEM_PATH=OFF"  # nothing from /usr/bin
-    configured = subprocess.run(
-        ["cmake", "-G", "Ninja", "-B", "build", "--toolchain", toolchain, only_path],
-        cwd=tmp_path,
-        env={"PATH": str(commands)},
-        stdin=subprocess.DEVNULL,
-        capture_output=True,
-        encoding="utf-8",
-    )
+    command = ["cmake", "-G", "Ninja", "-B", "build", "--toolchain", toolchain, only_path]
+    configured = run_program(*command, cwd=tmp_path, env={"PATH": str(commands)})
     assert configured.returncode != 0
     assert "There is no gcc for the tests of the headers" in configured.stderr

@@ -5,8 +5,7 @@ from contextlib import closing
 
 import pytest
 
-from desktop import TIMEOUT_S
-from processes import wait_until
+from processes import TIMEOUT_S, wait_until
 from running_host import RunningHost
 
 
@@ -20,9 +19,9 @@ def host(desktop, tmp_path):
 def test_a_running_host_sees_an_output_go_and_come_back(desktop, host):
     assert host.number_of_monitors() == 2
     desktop.xrandr("--output", "DUMMY1", "--off")
-    wait_until(lambda: host.number_of_monitors() == 1, "the output is gone")
+    wait_until(lambda: host.number_of_monitors() == 1, "the output is off")
     desktop.xrandr("--output", "DUMMY1", "--mode", "1920x1080", "--pos", "3840x0")
-    wait_until(lambda: host.number_of_monitors() == 2, "the output is back")
+    wait_until(lambda: host.number_of_monitors() == 2, "the output is on")
 
 
 @pytest.mark.usefixtures("host")
@@ -42,7 +41,7 @@ def test_the_example_lists_both_outputs(desktop):
 
 
 @pytest.mark.usefixtures("host")
-def test_the_example_tells_that_its_output_is_lost(desktop):
+def test_the_example_fails_when_its_output_is_lost(desktop):
     with open("/dev/full", "wb") as full:
         with desktop.start("list_monitors.exe", stdout=full) as process:
             errors = process.communicate(timeout=TIMEOUT_S)[1]

@@ -7,6 +7,7 @@ import subprocess
 import pytest
 
 from desktop import PROJECT
+from processes import run_program
 
 INSTALL = PROJECT / "scripts/install"
 REAL_COMMANDS = ("bash", "env", "flock", "grep", "mktemp", "readlink", "rm", "tail")
@@ -64,13 +65,8 @@ class Machine:
         return file.read_text().splitlines() if file.exists() else []
 
     def install(self, purpose: str) -> subprocess.CompletedProcess:
-        return subprocess.run(
-            [INSTALL, purpose],
-            env={"PATH": str(self._commands), "MACHINE": str(self._folder)},
-            capture_output=True,
-            encoding="utf-8",
-            check=False,
-        )
+        environment = {"PATH": str(self._commands), "MACHINE": str(self._folder)}
+        return run_program(INSTALL, purpose, env=environment)
 
 
 def listed(*purposes: str) -> list[str]:
@@ -84,7 +80,7 @@ def machine(tmp_path):
     return Machine(tmp_path)
 
 
-def test_with_everything_installed_it_does_and_says_nothing(machine):
+def test_with_everything_installed_it_does_nothing(machine):
     machine.installed(*listed("run", "check"))
     done = machine.install("check")
     assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
@@ -121,7 +117,7 @@ def test_a_user_installs_through_sudo(machine):
     assert all(call.startswith("sudo ") for call in machine.calls())
 
 
-def test_a_user_without_sudo_is_told_what_root_has_to_run(machine):
+def test_without_sudo_it_names_the_command_for_root(machine):
     machine.user(1000)
     machine.installed(*(package for package in listed("run") if package != "cmake"))
     refused = machine.install("run")

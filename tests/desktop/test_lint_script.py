@@ -7,6 +7,7 @@ import subprocess
 import pytest
 
 from desktop import PROJECT
+from processes import run_program
 
 SCRIPT = "#!/usr/bin/env bash\n"
 
@@ -23,13 +24,8 @@ def lint(tmp_path):
 
     def run(line: str) -> subprocess.CompletedProcess:
         (tmp_path / "check").write_text(f"{SCRIPT}{line}\n")
-        return subprocess.run(
-            [tmp_path / "scripts" / "lint"],
-            env={**os.environ, "PATH": f"{programs}:{os.environ['PATH']}"},
-            stdin=subprocess.DEVNULL,
-            capture_output=True,
-            encoding="utf-8",
-        )
+        environment = {**os.environ, "PATH": f"{programs}:{os.environ['PATH']}"}
+        return run_program(tmp_path / "scripts" / "lint", env=environment)
 
     return run
 

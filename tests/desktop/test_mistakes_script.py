@@ -4,11 +4,11 @@ import os
 import shutil
 import signal
 import subprocess
-import time
 
 import pytest
 
-from desktop import PROJECT, TIMEOUT_S
+from desktop import PROJECT
+from processes import complaint_of, finish, start_program, wait_until
 
 SOURCE = "int one = 1;\nint two = 2;\n"
 FITTING = "[a.cpp]\none is wrong\n-int one = 1;\n+int one = 3;\ntwo is wrong\n-two = 2\n+two = 3\n"
@@ -53,37 +53,16 @@ class Tree:
 
     def start(self, *arguments, path=None) -> subprocess.Popen:
         path = path or f"{self.root / 'programs'}:{os.environ['PATH']}"
-        return subprocess.Popen(
-            [self.root / "scripts" / "mistakes", *arguments],
-            env={**os.environ, "PATH": path, "PYTHONUTF8": "1"},
-            stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
-            encoding="utf-8",
-        )
+        environment = {**os.environ, "PATH": path, "PYTHONUTF8": "1"}
+        return start_program(self.root / "scripts" / "mistakes", *arguments, env=environment)
 
     def run(self, *arguments, **options) -> subprocess.CompletedProcess:
-        with self.start(*arguments, **options) as process:
-            stdout, stderr = process.communicate(timeout=TIMEOUT_S)
-        return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
-
-    def wait_for(self, name):
-        deadline = time.monotonic() + TIMEOUT_S
-        while not (self.root / name).exists():
-            assert time.monotonic() < deadline, f"{name} did not come"
-            time.sleep(0.01)
+        return finish(self.start(*arguments, **options))
 
 
 @pytest.fixture
 def tree(tmp_path):
     return Tree(tmp_path)
-
-
-def assert_refused(refused, complaint):
-    assert refused.returncode == 1
-    assert refused.stdout == ""
-    assert complaint in refused.stderr
-    assert len(refused.stderr.splitlines()) == 1
 
 
 def test_a_check_counts_the_mistakes_that_fit_and_makes_none(tree):
@@ -110,7 +89,7 @@ def test_a_check_counts_the_mistakes_that_fit_and_makes_none(tree):
 )
 def test_a_list_that_does_not_hold_is_refused_in_one_line(tree, text, complaint):
     tree.write("tests/mistakes.txt", text)
-    assert_refused(tree.run("--check"), complaint)
+    assert complaint in complaint_of(tree.run("--check"))
 
 
 def test_every_misfit_has_a_line(tree):
@@ -131,19 +110,21 @@ def test_every_misfit_has_a_line(tree):
         (["three"], "mistakes: no mistake has “three” in its file or name"),
     ],
 )
-def test_a_wrong_argument_is_told_in_one_line(tree, arguments, complaint):
-    assert_refused(tree.run(*arguments), complaint)
+def test_a_wrong_argument_is_refused_in_one_line(tree, arguments, complaint):
+    assert complaint in complaint_of(tree.run(*arguments))
 
 
-def test_a_missing_list_or_git_is_told_in_one_line(tree):
-    assert_refused(tree.run(path="/nonexistent"), "mistakes: there is no git")
+def test_a_missing_list_or_git_is_named_in_one_line(tree):
+    assert "mistakes: there is no git" in complaint_of(tree.run(path="/nonexistent"))
     tree.write_program("programs/git", "#!/bin/sh\necho 'no clone' >&2\nexit 128\n")
-    assert_refused(tree.run(), "git cannot list the files of the tree, which has to be a clone")
+    assert "git cannot list the files of the tree, which has to be a clone" in complaint_of(
+        tree.run()
+    )
     (tree.root / "tests" / "mistakes.txt").unlink()
-    assert_refused(tree.run(), "mistakes: cannot read tests/mistakes.txt")
+    assert "mistakes: cannot read tests/mistakes.txt" in complaint_of(tree.run())
 
 
-def test_a_mistake_that_no_test_catches_is_named_and_the_copy_has_what_the_tree_has(tree):
+def test_a_mistake_that_no_test_catches_is_named(tree):
     tree.copy.mkdir(parents=True)
     (tree.copy / "deleted.cpp").touch()
     tried = tree.run()
@@ -159,10 +140,10 @@ def test_a_mistake_that_no_test_catches_is_named_and_the_copy_has_what_the_tree_
 
 def test_ctrl_c_ends_it_quietly_with_the_copy_restored(tree):
     tree.write_program("scripts/with-desktop", ENDLESS_TESTS)
-    with tree.start() as process:
-        tree.wait_for("build/started")
-        assert "one = 3" in (tree.copy / "a.cpp").read_text(encoding="utf-8")
-        process.send_signal(signal.SIGINT)
-        stdout, stderr = process.communicate(timeout=TIMEOUT_S)
-    assert (process.returncode, stdout, stderr) == (130, "", "")
+    process = tree.start()
+    wait_until((tree.root / "build/started").exists, "the tests have started")
+    assert "one = 3" in (tree.copy / "a.cpp").read_text(encoding="utf-8")
+    process.send_signal(signal.SIGINT)
+    ended = finish(process)
+    assert (ended.returncode, ended.stdout, ended.stderr) == (130, "", "")
     assert (tree.copy / "a.cpp").read_text(encoding="utf-8") == SOURCE

@@ -12,7 +12,8 @@ from contextlib import closing
 
 import pytest
 
-from desktop import PROGRAMS, TIMEOUT_S, Desktop
+from desktop import PROGRAMS, Desktop
+from processes import TIMEOUT_S
 from running_host import RunningHost
 
 COMMAND = "vorlen-monitor.exe"
@@ -123,12 +124,14 @@ def test_an_output_that_is_off_is_not_listed(desktop, tmp_path):
         assert [tuple(monitor.values())[4:] for monitor in monitors_of(desktop)] == BOTH_OUTPUTS[:1]
 
 
-def test_it_says_that_a_desktop_has_no_monitor(outputs, folder):
+def test_a_desktop_without_monitors_is_a_sentence(outputs, folder):
     put_in(folder, "empty_desktop")
     assert run_to_bytes(outputs, folder / COMMAND, "monitors") == b"The desktop has no monitor.\n"
     assert run_to_bytes(outputs, folder / COMMAND, "monitors", "--json") == b"[]\n"
 
 
+# Promise (vorlen-monitor): Names and titles cannot drive the terminal that shows them: control
+# characters and marks that turn the direction of the text are spelled out.
 def test_names_arrive_as_utf8_and_cannot_drive_a_terminal(outputs, folder):
     put_in(folder, "hostile_names")
     device = "red {}[31m, 8-bit {}31m"
@@ -167,50 +170,27 @@ def test_a_console_shows_names_in_any_script(outputs, folder):
     assert "\u4e2d\u6587" in shown.decode()
 
 
-@pytest.mark.parametrize("arguments", [(), ("monitors",)])
-@pytest.mark.parametrize("option", ["--help", "-h"])
-def test_help_is_on_standard_output(outputs, arguments, option):
-    text = run_to_bytes(outputs, COMMAND, *arguments, option).decode()
-    assert " ".join(("Usage: vorlen-monitor", *arguments, "[OPTIONS]")) in text
+def test_help_and_version_are_on_standard_output(outputs):
+    text = run_to_bytes(outputs, COMMAND, "monitors", "--help").decode()
+    assert "Usage: vorlen-monitor monitors [OPTIONS]" in text
     assert "\r" not in text
-
-
-def test_version(outputs):
     assert run_to_bytes(outputs, COMMAND, "--version") == b"vorlen-monitor 2.0.4\n"
 
 
 # Command lines that make no sense.
 
 
+COMMANDS = "the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help"
+
+
 @pytest.mark.parametrize(
     "arguments, expected",
     [
-        (
-            (),
-            "no command given; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help",
-        ),
-        (
-            ("screens",),
-            'unknown command "screens"; the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help',
-        ),
-        (("--jsno",), 'unknown option "--jsno"; see vorlen-monitor --help'),
-        (
-            ("monitors", "--jsno"),
-            'unknown option "--jsno"; see vorlen-monitor monitors --help',
-        ),
-        (
-            ("monitors", "*"),
-            'unexpected argument "*" for vorlen-monitor monitors; '
-            "see vorlen-monitor monitors --help",
-        ),
-        (
-            ("monitors", "--json=\u4e2d\n\x1b"),
-            "option json takes no value; see vorlen-monitor monitors --help",
-        ),
+        ((), f"no command given; {COMMANDS}"),
+        (("monitors", "--jsno"), 'unknown option "--jsno"; see vorlen-monitor monitors --help'),
         (
             ("\u4e2d\n\x1b[31m",),
-            'unknown command "\u4e2d<U+000A><U+001B>[31m"; the commands are: monitors, windows, status, watch, overview; '
-            "see vorlen-monitor --help",
+            f'unknown command "\u4e2d<U+000A><U+001B>[31m"; {COMMANDS}',
         ),
     ],
 )
@@ -240,8 +220,7 @@ def test_a_library_of_another_folder_is_not_taken(outputs, folder, name):
     assert f"\\{name}: there is no such file; " in complaint(process.returncode, stderr)
 
 
-@pytest.mark.parametrize("name", [RUNTIME, MODULE])
-@pytest.mark.parametrize("size", [0, 100, 20000])
+@pytest.mark.parametrize("name, size", [(RUNTIME, 0), (MODULE, 100), (MODULE, 20000)])
 def test_a_damaged_library_is_named(outputs, folder, name, size):
     os.truncate(folder / name, size)
     message = refusal(outputs, folder / COMMAND, "monitors", code=3)
@@ -260,7 +239,7 @@ def test_a_module_without_its_exports_is_named(outputs, folder):
     assert f"\\{MODULE} does not export getMonitorList: it is of another release; " in message
 
 
-def test_a_service_that_does_not_start_is_told(outputs, folder):
+def test_a_service_that_does_not_start_is_an_error(outputs, folder):
     put_in(folder, "failing_init")
     failed = outputs.run(folder / COMMAND, "monitors")
     assert (failed.returncode, failed.stdout) == (3, "")
@@ -269,7 +248,7 @@ def test_a_service_that_does_not_start_is_told(outputs, folder):
     assert "Vorlen_Initialize failed" in complaint(failed.returncode, line)
 
 
-def test_an_exception_of_the_library_is_told(outputs, folder):
+def test_an_exception_of_the_library_is_an_error(outputs, folder):
     put_in(folder, "exhausted_memory")
     message = refusal(outputs, folder / COMMAND, "monitors", code=5)
     assert message == "unexpected error: std::bad_alloc"
@@ -285,24 +264,23 @@ def complaint_with_output(desktop: Desktop, *arguments: str, **options) -> str:
     return complaint(process.returncode, stderr)
 
 
-@pytest.mark.parametrize("arguments", [("monitors",), ("monitors", "--json"), ("--help",)])
-def test_a_closed_pipe_is_told(outputs, arguments):
+def test_a_closed_pipe_is_named(outputs):
     reading, writing = os.pipe()
     os.close(reading)
     try:
-        message = complaint_with_output(outputs, *arguments, stdout=writing)
+        message = complaint_with_output(outputs, "monitors", stdout=writing)
     finally:
         os.close(writing)
     assert message.startswith("cannot write to standard output: the program that reads it has")
 
 
-def test_a_full_device_is_told(outputs):
+def test_a_full_device_is_named(outputs):
     with open("/dev/full", "wb") as full:
         message = complaint_with_output(outputs, "monitors", stdout=full)
     assert message.startswith("cannot write to standard output: there is no space left")
 
 
-def test_a_closed_output_is_told(outputs):
+def test_a_closed_output_is_named(outputs):
     message = complaint_with_output(
         outputs, "monitors", stdout=None, preexec_fn=lambda: os.close(1)
     )

@@ -1,11 +1,11 @@
 """scripts/quotes in a tree of its own."""
 
 import shutil
-import subprocess
 
 import pytest
 
 from desktop import PROJECT
+from processes import complaint_of, run_program
 
 SOURCE = "first\nint main(void) {\n    return 0;\n}\nlast\n"
 QUOTE = '<!-- program.c from "int main" to "}}" -->\n\n```c\n{}```\n'
@@ -22,13 +22,8 @@ def tree(tmp_path):
     return tmp_path
 
 
-def quotes(tree, *arguments) -> subprocess.CompletedProcess:
-    return subprocess.run(
-        [tree / "scripts" / "quotes", *arguments],
-        stdin=subprocess.DEVNULL,
-        capture_output=True,
-        encoding="utf-8",
-    )
+def quotes(tree, *arguments):
+    return run_program(tree / "scripts" / "quotes", *arguments)
 
 
 def test_a_quote_is_written_and_then_holds(tree):
@@ -42,9 +37,7 @@ def test_a_quote_is_written_and_then_holds(tree):
 def test_a_quote_that_does_not_hold_is_named_and_left_alone(tree):
     stale = QUOTE.format("int main(void) {\n}\n")
     (tree / "README.md").write_text(stale)
-    refused = quotes(tree, "--check")
-    assert refused.returncode == 1
-    assert refused.stderr == (
+    assert complaint_of(quotes(tree, "--check")) == (
         "quotes: README.md differs from the files that it quotes; this updates it: "
         "scripts/quotes\n"
     )
@@ -64,10 +57,8 @@ def test_a_quote_that_does_not_hold_is_named_and_left_alone(tree):
 )
 def test_a_quote_of_nothing_is_refused(tree, before, after, complaint):
     (tree / "README.md").write_text(QUOTE.format(BODY).replace(before, after, 1))
-    refused = quotes(tree)
-    assert (refused.returncode, refused.stderr) == (1, complaint)
+    assert complaint_of(quotes(tree)) == complaint
 
 
 def test_an_unknown_argument_is_refused(tree):
-    refused = quotes(tree, "--write")
-    assert (refused.returncode, refused.stderr) == (1, "quotes: usage: scripts/quotes [--check]\n")
+    assert complaint_of(quotes(tree, "--write")) == "quotes: usage: scripts/quotes [--check]\n"

@@ -10,8 +10,8 @@ import termios
 
 import pytest
 
-from desktop import RUN, TIMEOUT_S
-from processes import Marked, wait_until
+from desktop import RUN
+from processes import Marked, finish, start_program, wait_until
 
 pytestmark = pytest.mark.usefixtures("prepared")
 
@@ -19,21 +19,11 @@ UHD_AND_HD = [(0, 0, 3840, 2160, 60), (3840, 0, 1920, 1080, 60)]
 
 
 def start(marked: Marked, *arguments: str, **options) -> subprocess.Popen:
-    options = {
-        "env": marked.environment,
-        "stdin": subprocess.DEVNULL,
-        "stdout": subprocess.PIPE,
-        "stderr": subprocess.PIPE,
-        "encoding": "utf-8",
-        **options,
-    }
-    return subprocess.Popen([RUN, *arguments], **options)
+    return start_program(RUN, *arguments, env=marked.environment, **options)
 
 
 def run(marked: Marked, *arguments: str, **options) -> subprocess.CompletedProcess:
-    with start(marked, *arguments, **options) as process:
-        stdout, stderr = process.communicate(timeout=TIMEOUT_S)
-    return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+    return finish(start(marked, *arguments, **options))
 
 
 def layout(shown: subprocess.CompletedProcess) -> list[tuple]:
@@ -89,14 +79,10 @@ def test_a_display_that_cannot_be_opened_is_named(marked):
     )
 
 
-def test_it_works_from_any_folder(marked, tmp_path):
-    assert layout(run(marked, "monitors", "--json", cwd=tmp_path)) == UHD_AND_HD
-
-
-def test_it_works_through_a_link(marked, tmp_path):
+def test_it_works_from_any_folder_and_through_a_link(marked, tmp_path):
     link = tmp_path / "link"
     link.symlink_to(RUN)
-    assert layout(run(marked, "monitors", "--json", executable=link)) == UHD_AND_HD
+    assert layout(run(marked, "monitors", "--json", cwd=tmp_path, executable=link)) == UHD_AND_HD
 
 
 def test_it_works_without_standard_input(marked):
@@ -114,20 +100,15 @@ def test_the_exit_code_is_the_programs(marked, desktop):
 def test_two_at_the_same_time_do_not_disturb_each_other(marked):
     both = [start(marked, "monitors", "--json") for _ in range(2)]
     for process in both:
-        stdout, stderr = process.communicate(timeout=TIMEOUT_S)
-        shown = subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+        shown = finish(process)
         assert layout(shown) == UHD_AND_HD
-        assert stderr == ""
+        assert shown.stderr == ""
 
 
-def test_it_leaves_no_process_behind(marked):
-    run(marked, "monitors")
-    assert marked.processes() == {}
-
-
-def test_it_leaves_no_file_behind(marked, tmp_path):
+def test_it_leaves_no_process_and_no_file_behind(marked, tmp_path):
     marked.environment["TMPDIR"] = str(tmp_path)
     assert run(marked, "monitors").returncode == 0
+    assert marked.processes() == {}
     assert list(tmp_path.iterdir()) == []
 
 
@@ -137,22 +118,21 @@ INTERRUPTIONS = pytest.mark.parametrize(
 
 
 @INTERRUPTIONS
-def test_interrupted_while_the_desktop_starts_it_leaves_no_process_behind(marked, number):
+def test_a_signal_while_the_desktop_starts_leaves_no_process(marked, number):
     process = start(marked, "monitors")
     wait_until(lambda: marked.find("Xorg"), "the X server starts")
     process.send_signal(number)
-    stdout, _ = process.communicate(timeout=TIMEOUT_S)
-    assert (process.returncode, stdout) == (128 + number, "")
+    ended = finish(process)
+    assert (ended.returncode, ended.stdout) == (128 + number, "")
     assert marked.processes() == {}
 
 
 @INTERRUPTIONS
-def test_interrupted_while_the_program_starts_it_leaves_no_process_behind(marked, number):
+def test_a_signal_while_the_program_starts_leaves_no_process(marked, number):
     process = start(marked, "monitors")
     wait_until(lambda: marked.find("vorlen-monitor.exe monitors"), "the program starts")
     process.send_signal(number)
-    process.communicate(timeout=TIMEOUT_S)
-    assert process.returncode in (128 + number, 0), "0: the program ended by itself"
+    assert finish(process).returncode in (128 + number, 0), "0: the program ended by itself"
     assert marked.processes() == {}
 
 
@@ -161,12 +141,12 @@ def test_interrupted_while_the_program_starts_it_leaves_no_process_behind(marked
     [(signal.SIGINT, 0), (signal.SIGTERM, 128 + signal.SIGTERM)],
     ids=["Ctrl+C ends the program cleanly", "SIGTERM ends it at once"],
 )
-def test_interrupted_while_it_watches_it_leaves_no_process_behind(marked, number, code):
+def test_a_signal_while_it_watches_leaves_no_process(marked, number, code):
     process = start(marked, "watch")
     assert process.stdout.readline().startswith("appeared ")
     process.send_signal(number)
-    _, stderr = process.communicate(timeout=TIMEOUT_S)
-    assert (process.returncode, stderr) == (code, "")
+    ended = finish(process)
+    assert (ended.returncode, ended.stderr) == (code, "")
     assert marked.processes() == {}
 
 
@@ -184,8 +164,8 @@ def test_the_keys_ctrl_c_end_it_cleanly(marked):
     written = os.read(terminal, 4096)
     os.write(terminal, b"\x03")
     written += read_terminal(terminal)
-    _, stderr = process.communicate(timeout=TIMEOUT_S)
-    assert (process.returncode, stderr) == (0, "")
+    ended = finish(process)
+    assert (ended.returncode, ended.stderr) == (0, "")
     assert b"DISPLAY2" in written
     assert b"\x1b" not in written
     assert marked.processes() == {}
@@ -197,12 +177,11 @@ def test_on_a_terminal_it_writes_plain_text(marked):
     process = start(marked, "monitors", stdout=inside)
     os.close(inside)
     assert read_terminal(terminal).decode("utf-8").replace("\r\n", "\n") == shown.stdout
-    process.communicate(timeout=TIMEOUT_S)
-    assert process.returncode == 0
+    assert finish(process).returncode == 0
 
 
 def read_terminal(terminal: int) -> bytes:
-    """Everything that is written to a terminal until nobody has it open any more."""
+    """Everything that is written to a terminal until the last program has closed it."""
     written = b""
     while True:
         try:

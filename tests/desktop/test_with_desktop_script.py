@@ -1,4 +1,4 @@
-"""scripts/with-desktop: what a command gets from it, and what is left afterwards."""
+"""scripts/with-desktop: what a command gets from it, and what it leaves."""
 
 import json
 import os
@@ -8,28 +8,18 @@ import sys
 
 import pytest
 
-from desktop import HOLD_OPEN, TIMEOUT_S, WITH_DESKTOP
-from processes import Marked, wait_until
+from desktop import HOLD_OPEN, WITH_DESKTOP
+from processes import Marked, TIMEOUT_S, finish, start_program, wait_until
 
 pytestmark = pytest.mark.usefixtures("prepared")
 
 
-def start(marked: Marked, *command: str, **options) -> subprocess.Popen:
-    options = {
-        "env": marked.environment,
-        "stdin": subprocess.PIPE,
-        "stdout": subprocess.PIPE,
-        "stderr": subprocess.PIPE,
-        "encoding": "utf-8",
-        **options,
-    }
-    return subprocess.Popen([WITH_DESKTOP, *command], **options)
+def start(marked: Marked, *command: str) -> subprocess.Popen:
+    return start_program(WITH_DESKTOP, *command, env=marked.environment, stdin=subprocess.PIPE)
 
 
 def run(marked: Marked, *command: str, given: str = "") -> subprocess.CompletedProcess:
-    with start(marked, *command) as process:
-        stdout, stderr = process.communicate(given, timeout=TIMEOUT_S)
-    return subprocess.CompletedProcess(process.args, process.returncode, stdout, stderr)
+    return finish(start(marked, *command), given)
 
 
 def test_the_exit_code_is_the_commands(marked):
@@ -110,13 +100,13 @@ def test_it_removes_the_prefix_and_every_process(marked):
     assert marked.processes() == {}
 
 
-def test_a_signal_reaches_the_command_which_decides_the_exit_code(marked):
+def test_a_signal_reaches_the_command(marked):
     command = "trap 'echo ending; exit 3' INT; echo started; while :; do sleep 0.02; done"
     process = start(marked, "bash", "-c", command)
     assert process.stdout.readline() == "started\n"
     process.send_signal(signal.SIGINT)
-    stdout, _ = process.communicate(timeout=TIMEOUT_S)
-    assert (process.returncode, stdout) == (3, "ending\n")
+    ended = finish(process)
+    assert (ended.returncode, ended.stdout) == (3, "ending\n")
     assert marked.processes() == {}
 
 
@@ -127,7 +117,7 @@ def test_a_signal_ends_a_command_that_does_not_handle_it(marked, number):
     process.stdin.flush()
     assert process.stdout.readline() == "started\n"
     process.send_signal(number)
-    # Its input stays open meanwhile: cat would also end with that.
+    # Its input stays open: cat would also end with it.
     assert process.wait(TIMEOUT_S) == 128 + number
     process.communicate()
     assert marked.processes() == {}
@@ -137,7 +127,7 @@ def test_killed_it_takes_its_processes_along(marked):
     process = start(marked, "sh", "-c", "echo started; exec sleep 1000")
     assert process.stdout.readline() == "started\n"
     process.kill()
-    process.communicate(timeout=TIMEOUT_S)
+    finish(process)
     wait_until(lambda: marked.processes() == {}, "all of its processes have ended")
 
 
@@ -146,7 +136,7 @@ def test_what_a_killed_one_left_is_removed_by_the_next(marked, tmp_path):
     process = start(marked, sys.executable, "-c", HOLD_OPEN)
     prefix = json.loads(process.stdout.readline())["WINEPREFIX"]
     process.kill()
-    process.communicate(timeout=TIMEOUT_S)
+    finish(process)
     assert os.path.exists(prefix)
     assert run(marked, "true").returncode == 0
     assert not os.path.exists(prefix)

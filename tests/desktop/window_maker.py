@@ -2,7 +2,8 @@
 
 import subprocess
 
-from desktop import PROGRAMS, TIMEOUT_S, Desktop
+from desktop import PROGRAMS, Desktop
+from processes import TIMEOUT_S
 
 WS_POPUP = 0x80000000
 WS_DISABLED = 0x08000000
