@@ -34,6 +34,7 @@ private:
 const EmptyVector<ui::WindowInfo> noWindows;
 const EmptyVector<ui::MonitorInfo> noMonitors;
 const EmptyVector<std::string> noNames;
+const EmptyVector<std::string> noNamesForWide;
 
 const std::vector<ui::WindowInfo>& windowList() {
     MonitorData* const service = GetMonitorData();
@@ -57,7 +58,7 @@ const std::vector<std::string>& vorlenModelName(const char* deviceName) {
 
 const std::vector<std::string>& vorlenModelNameWide(const wchar_t* deviceName) {
     const MonitorData* const service = GetMonitorData();
-    return service != nullptr ? service->GetVorlenModelName(deviceName) : noNames.get();
+    return service != nullptr ? service->GetVorlenModelName(deviceName) : noNamesForWide.get();
 }
 
 void setVorlenModelName(const char* modelName) {

@@ -1,5 +1,5 @@
-// Replaces parts of libstdc++ that cost too much when they are linked statically into a DLL. Most of
-// them leak when the DLL is unloaded: a process that loads and unloads it many times would grow.
+// Replaces parts of libstdc++ that cost too much when they are linked statically into a DLL. Most
+// of them leak when the DLL is unloaded: a process that loads and unloads it many times would grow.
 //
 // Symbol                       What libstdc++'s definition costs
 // __cxa_guard_acquire,

@@ -29,7 +29,7 @@ VORLEN_MONITOR_INFO toRuntime(const ::MonitorInfo& monitor) {
 } // namespace
 
 void MonitorData::UpdateMonitorList() {
-    if (monitorUpdate == Update::running) {
+    if (!monitorList || monitorUpdate == Update::running) {
         return;
     }
     monitorUpdate = Update::running;

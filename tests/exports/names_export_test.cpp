@@ -1,5 +1,5 @@
+#include "tests/fixtures/guarded_memory.h"
 #include "tests/fixtures/module_test.h"
-#include "tests/identification/guarded_memory.h"
 
 #include <gmock/gmock.h>
 

@@ -1,5 +1,5 @@
+#include "tests/fixtures/window_module_test.h"
 #include "tests/support/signal.h"
-#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 

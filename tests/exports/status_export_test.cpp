@@ -1,4 +1,4 @@
-#include "tests/service/status_check.h"
+#include "tests/fixtures/status_check_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

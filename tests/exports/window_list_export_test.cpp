@@ -1,4 +1,4 @@
-#include "tests/windows/window_module_test.h"
+#include "tests/fixtures/window_module_test.h"
 
 #include <array>
 

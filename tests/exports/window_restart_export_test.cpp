@@ -1,6 +1,6 @@
+#include "tests/fixtures/window_module_test.h"
 #include "tests/support/allocations.h"
 #include "tests/support/other_thread.h"
-#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 

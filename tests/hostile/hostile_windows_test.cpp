@@ -1,6 +1,6 @@
 #include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/window_module_test.h"
 #include "tests/hostile/hostile_texts.h"
-#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 

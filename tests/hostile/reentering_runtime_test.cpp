@@ -1,7 +1,7 @@
 #include "tests/fixtures/module_test.h"
 #include "tests/fixtures/service_members.h"
+#include "tests/fixtures/status_check_test.h"
 #include "tests/hostile/poisoned_memory.h"
-#include "tests/service/status_check.h"
 
 #include <gmock/gmock.h>
 

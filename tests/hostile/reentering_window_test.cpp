@@ -1,7 +1,7 @@
 #include "tests/fixtures/live_list.h"
 #include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/window_module_test.h"
 #include "tests/hostile/poisoned_memory.h"
-#include "tests/windows/window_module_test.h"
 
 #include <gmock/gmock.h>
 

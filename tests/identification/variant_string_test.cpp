@@ -1,4 +1,4 @@
-#include "tests/identification/guarded_memory.h"
+#include "tests/fixtures/guarded_memory.h"
 #include "tests/identification/test_variant.h"
 
 #include <vector>

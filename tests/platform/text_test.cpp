@@ -1,3 +1,4 @@
+#include "platform/safe_text.h"
 #include "platform/text.h"
 
 #include <gtest/gtest.h>

@@ -77,7 +77,7 @@ TEST_F(WindowListTest, is_the_threads_list_before_it_reads_the_windows) {
     EXPECT_EQ(seen, &list);
 }
 
-TEST_F(WindowListTest, destroys_the_threads_earlier_list_before_it_reads_the_windows) {
+TEST_F(WindowListTest, destroys_the_threads_earlier_list_before_it_reads_windows) {
     new WindowList; // owned by the thread from now on
     desktop.journal.clear();
     const WindowList second;

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "tests/fixtures/status_check_test.h"

@@ -1,3 +1,0 @@
-#pragma once
-
-#include "tests/fixtures/window_module_test.h"
