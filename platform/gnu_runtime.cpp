@@ -34,6 +34,7 @@
 #endif
 
 namespace __gnu_cxx {
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the name is libstdc++'s
 void __freeres();
 
 void __verbose_terminate_handler() {
@@ -44,7 +45,10 @@ void __verbose_terminate_handler() {
 namespace {
 
 const struct ExceptionPool {
+    ExceptionPool() = default;
     ~ExceptionPool() { __gnu_cxx::__freeres(); }
+    ExceptionPool(const ExceptionPool&) = delete;
+    ExceptionPool& operator=(const ExceptionPool&) = delete;
 } exceptionPool;
 
 void WINAPI forgetExceptions(void* ofThread) {
@@ -140,17 +144,17 @@ struct __cxxabiv1::__cxa_eh_globals {
 // libstdc++'s version is a thread_local, whose heap blocks, TLS slot and handles leak when the DLL
 // is unloaded.
 extern "C" __cxxabiv1::__cxa_eh_globals* __cxxabiv1::__cxa_get_globals() noexcept {
-    using __cxxabiv1::__cxa_eh_globals;
+    using Globals = __cxxabiv1::__cxa_eh_globals;
     if (exceptionSlotIsFreed) {
         // Only the thread that unloads the image or ends the process still runs code of the image.
-        static constinit __cxa_eh_globals atTheEnd{};
+        static constinit Globals atTheEnd{};
         return &atTheEnd;
     }
     const DWORD lastError = GetLastError();
-    auto* globals = static_cast<__cxa_eh_globals*>(exceptionSlot.get());
+    auto* globals = static_cast<Globals*>(exceptionSlot.get());
     if (globals == nullptr) {
-        globals = static_cast<__cxa_eh_globals*>(
-            HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(__cxa_eh_globals)));
+        globals =
+            static_cast<Globals*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, sizeof(Globals)));
         if (globals == nullptr || !exceptionSlot.set(globals)) {
             std::terminate(); // as libstdc++ does
         }

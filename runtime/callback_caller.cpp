@@ -1,7 +1,7 @@
 #include "runtime/callback_caller.h"
 
 #include "platform/safe_text.h"
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 
 #include <exception>
 

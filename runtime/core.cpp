@@ -1,6 +1,6 @@
 #include "runtime/core.h"
 
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 #include "runtime/kit_models.h"
 
 #include <algorithm>

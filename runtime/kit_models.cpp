@@ -2,7 +2,7 @@
 
 #include "platform/environment.h"
 #include "platform/text.h"
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 
 #include <algorithm>
 

@@ -3,7 +3,7 @@
 #include "platform/environment.h"
 #include "platform/safe_text.h"
 #include "platform/text.h"
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 
 #include <array>
 #include <cstddef>

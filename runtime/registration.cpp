@@ -1,6 +1,6 @@
 #include "runtime/registration.h"
 
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 
 #include <windows.h>
 

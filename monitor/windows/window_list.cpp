@@ -47,16 +47,16 @@ void WindowList::Seed() {
 void CALLBACK WindowList::OnEvent(HWINEVENTHOOK, DWORD event, HWND hwnd, LONG object, LONG child,
                                   DWORD, DWORD) {
     // Intended: the object of a destruction is not checked.
-    const bool gone = event == EVENT_OBJECT_DESTROY;
+    const bool destroyed = event == EVENT_OBJECT_DESTROY;
     const bool appeared = (event == EVENT_OBJECT_SHOW || event == EVENT_OBJECT_UNCLOAKED) &&
                           object == OBJID_WINDOW && hwnd != nullptr;
-    if (child != CHILDID_SELF || !(gone || appeared)) {
+    if (child != CHILDID_SELF || !(destroyed || appeared)) {
         return;
     }
     // Windows may call this between a failed call of the host and its GetLastError().
     const vorlen::LastErrorKeeper lastErrorKeeper;
     try {
-        if (gone ? HandleDestruction(hwnd) : HandleAppearance(hwnd)) {
+        if (destroyed ? HandleDestruction(hwnd) : HandleAppearance(hwnd)) {
             endFailureSeries();
         }
     } catch (...) {

@@ -1,4 +1,4 @@
-#include "runtime/diagnostics.h"
+#include "runtime/complain.h"
 
 #include <cstdio>
 
