@@ -44,7 +44,7 @@ def complaint_of(refused: subprocess.CompletedProcess) -> str:
 
 
 def wait_until(condition, what: str):
-    """Returns the first true value of condition(); fails when there is none in time."""
+    """Returns the first true value of condition(); fails when the deadline has passed."""
     end = time.monotonic() + TIMEOUT_S
     while not (value := condition()):
         assert time.monotonic() < end, f"waited too long until {what}"

@@ -37,7 +37,7 @@ public:
     // That lists, records and combo box agree, at any time: see the implementation.
     void expectAgreement();
 
-    // That every answer is right once nothing fails; makes a service if there is none.
+    // That every answer is right once nothing fails; makes a service when there is not one yet.
     void expectRightAnswers();
 
     const Exports& exports() const { return *module.exports; }
