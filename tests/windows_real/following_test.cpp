@@ -64,12 +64,6 @@ private:
     HWINEVENTHOOK hook;
 };
 
-// Wine drops events for a thread that never had to do with messages.
-void makeMessageQueue() {
-    MSG message;
-    PeekMessageW(&message, nullptr, WM_USER, WM_USER, PM_NOREMOVE);
-}
-
 // Promise (getWindowList): The list follows the desktop only while the service thread retrieves
 // messages. It handles then what has happened in between.
 TEST_F(RealWindowsTest, follows_the_desktop_only_while_it_retrieves_messages) {

@@ -18,6 +18,8 @@ namespace tests {
 // only those of the other program are spoken of.
 class RealWindowsTest : public testing::Test {
 protected:
+    RealWindowsTest() { makeMessageQueue(); }
+
     const vorlen::ui::WindowInfo* find(HWND window) const {
         const auto& windows = module.monitorWrapper().getWindowList();
         const auto found = std::find_if(windows.begin(), windows.end(),
