@@ -138,6 +138,7 @@ void expectNeutralExports() {
     exports.getLastMonitorStatus();
     MonitorListItem item{};
     require(!exports.getCheckedMonitor(&item), "no monitor was judged");
+    require(!exports.restartWindowList(), "there is no list to restart");
 }
 
 void expectNeutralTables() {

@@ -44,6 +44,7 @@ void LoadedProducts::useLists() const {
     std::vector<WindowListItem> windows(static_cast<std::size_t>(windowCount));
     EXPECT_EQ(functions.getWindowList(windows.data(), windowCount), windowCount);
     EXPECT_EQ(functions.getReasonNotCapturable(windows[0].handle), nullptr);
+    EXPECT_TRUE(functions.restartWindowList());
 }
 
 void LoadedProducts::useNames() const {
