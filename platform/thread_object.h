@@ -18,7 +18,7 @@ class ThreadObject {
 public:
     ThreadObject() = default;
 
-    // Clears the calling thread's pointer, even if it points to another object.
+    // Intended: clears the calling thread's pointer, even if it points to another object.
     ~ThreadObject() {
         if (entry) {
             entry->object = nullptr;

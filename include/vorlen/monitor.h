@@ -112,8 +112,8 @@ extern "C" {
  *           no monitor, and without a service
  * thread    service thread; reads the monitors again first when their list is 500 ms old or empty
  * lifetime  the outcome is kept until the next check
- * errors    throws the C++ exception std::range_error when the name or the serial number of the
- *           kit monitor is not valid UTF-16
+ * errors    exceptions as described at the head of this header, and std::range_error when the name
+ *           or the serial number of the kit monitor is not valid UTF-16
  */
 VORLEN_MONITOR_API bool checkMonitorStatus(void);
 

@@ -14,8 +14,8 @@ import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = PROJECT / "build"
-# Left out: tests, benchmark and the simulation that they use, because checking the expanded macros of GoogleTest takes longer
-# than everything else.
+# Left out: tests, benchmark and the simulation that they use, because checking the expanded macros
+# of GoogleTest takes longer than everything else.
 LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark", PROJECT / "simulation")
 
 
