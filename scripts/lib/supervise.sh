@@ -4,6 +4,10 @@
 # The command runs in a new session. Ctrl+C on a terminal then reaches only the script, which
 # passes it once to the command, and not to other processes of the script, such as an X server:
 # they run until the command has ended.
+#
+# tini cannot replace this. It passes on signals that it receives itself, but here the script
+# receives them, and Bash handles a signal only after its command in the foreground has ended. tini
+# also leaves the processes that the command started in the background.
 # shellcheck shell=bash
 
 command_group= # process group of the running command; "starting" until it is known

@@ -1,13 +1,15 @@
 """What the documents show and name is what there is."""
 
+import json
 import pathlib
 import re
 import shlex
+from contextlib import closing
 
 import pytest
 
-from desktop import PROJECT, RUN
-from processes import run_program
+from desktop import PROJECT, RUN, Desktop
+from processes import complaint_of, run_program
 
 PAGES = [
     *(PROJECT / name for name in ("README.md", "CONTRIBUTING.md", "runtime/README.md")),
@@ -37,6 +39,61 @@ def test_a_command_of_the_readme_prints_what_is_shown(marked, command, output):
 
 def test_the_readme_shows_commands():
     assert len(list(shown_commands())) >= 2
+
+
+def commands_of(page) -> list[str]:
+    """The commands in the blocks of code of a page, without comments and prompts."""
+    text = page.read_text(encoding="utf-8").replace("\\\n", " ")
+    lines = re.findall(
+        r"^ {4,}(?:\$ )?((?:\./|scripts/|ctest|cmake|/usr/bin/).*)$", text, re.MULTILINE
+    )
+    lines = [re.sub(r" +", " ", line.partition("  #")[0]).strip() for line in lines]
+    return [command for line in lines for command in line.split(" && ")]
+
+
+@pytest.fixture(scope="module")
+def shared_desktop():
+    with closing(Desktop()) as opened:
+        yield opened
+
+
+def succeeds(*command, **options) -> str:
+    done = run_program(*command, cwd=PROJECT, **options)
+    assert done.returncode == 0, done.stdout + done.stderr
+    return done.stdout
+
+
+# Commands that take long, change the tree or contain this test are tried in another way: tests are
+# listed instead of run, files are compared instead of written.
+@pytest.mark.usefixtures("prepared")
+@pytest.mark.parametrize(
+    "command", sorted({command for page in PAGES for command in commands_of(page)})
+)
+def test_a_command_that_a_page_shows_can_be_given(shared_desktop, marked, command):
+    words = shlex.split(command.removeprefix("scripts/with-desktop --virtual "))
+    program, *arguments = words
+    if program == "./run":
+        succeeds(*words, env=marked.environment)
+    elif program in ("./check", "./bench"):
+        assert complaint_of(run_program(PROJECT / program, "--no-such-option"))
+    elif program == "cmake":
+        presets = json.loads((PROJECT / "CMakePresets.json").read_text(encoding="utf-8"))
+        kind = "buildPresets" if "--build" in arguments else "configurePresets"
+        assert arguments[-1] in [preset["name"] for preset in presets[kind]]
+    elif program == "ctest":
+        assert re.search(r"Total Tests: [1-9]", succeeds("ctest", *arguments, "-N"))
+    elif program == "wine":
+        listed = succeeds(*words, "--gtest_list_tests", env=shared_desktop.environment)
+        assert re.search(r"^  \w+", listed, re.MULTILINE)
+    elif words[:3] == ["/usr/bin/python3", "-m", "pytest"]:
+        succeeds(*words, "--collect-only", "--quiet")
+    elif program == "scripts/build":
+        succeeds(*words)
+    elif program == "scripts/boundary":
+        succeeds(program)
+    else:
+        assert program in ("scripts/format", "scripts/behaviour", "scripts/mistakes")
+        succeeds(program, "--check")
 
 
 @pytest.mark.parametrize("page", PAGES, ids=lambda page: str(page.relative_to(PROJECT)))
