@@ -9,7 +9,9 @@ import sys
 from processes import TIMEOUT_S, finish, start_program
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
-PROGRAMS = PROJECT / "build/release/bin"
+BUILD = PROJECT / "build/release"
+# The same folder as that of the test programs (tests/support/library.h).
+PROGRAMS = pathlib.Path(os.environ.get("VORLEN_PRODUCTS", BUILD / "bin"))
 WITH_DESKTOP = PROJECT / "scripts/with-desktop"
 RUN = PROJECT / "run"
 

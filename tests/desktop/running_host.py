@@ -5,10 +5,14 @@ import select
 import shutil
 import subprocess
 
-from desktop import PROGRAMS, Desktop
+from desktop import BUILD, PROGRAMS, Desktop
 from processes import TIMEOUT_S
 
-FILES = ("vorlen_runtime.dll", "libvorlen_monitor.dll", "../tests/tools/monitor_count.exe")
+FILES = (
+    PROGRAMS / "vorlen_runtime.dll",
+    PROGRAMS / "libvorlen_monitor.dll",
+    BUILD / "tests/tools/monitor_count.exe",
+)
 
 
 class RunningHost:
@@ -20,7 +24,7 @@ class RunningHost:
 
     def __init__(self, desktop: Desktop, folder: pathlib.Path):
         for file in FILES:
-            shutil.copy(PROGRAMS / file, folder)
+            shutil.copy(file, folder)
         self._process = desktop.start(
             folder / "monitor_count.exe", stdin=subprocess.PIPE, stderr=subprocess.DEVNULL
         )

@@ -12,14 +12,14 @@ from contextlib import closing
 
 import pytest
 
-from desktop import PROGRAMS, Desktop
+from desktop import BUILD, PROGRAMS, Desktop
 from processes import TIMEOUT_S
 from running_host import RunningHost
 
 COMMAND = "vorlen-monitor.exe"
 RUNTIME = "vorlen_runtime.dll"
 MODULE = "libvorlen_monitor.dll"
-STAND_INS = PROGRAMS.parent / "tests/tools"
+STAND_INS = BUILD / "tests/tools"
 
 KEYS = [
     "handle",

@@ -2,7 +2,7 @@
 
 import subprocess
 
-from desktop import PROGRAMS, Desktop
+from desktop import BUILD, Desktop
 from processes import TIMEOUT_S
 
 WS_POPUP = 0x80000000
@@ -14,7 +14,7 @@ CLASS_NAME = "VorlenTestWindow"
 class WindowMaker:
     def __init__(self, desktop: Desktop):
         self._process = desktop.start(
-            PROGRAMS / "../tests/window_maker.exe",
+            BUILD / "tests/window_maker.exe",
             stdin=subprocess.PIPE,
             stderr=subprocess.DEVNULL,
         )

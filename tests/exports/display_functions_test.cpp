@@ -28,7 +28,7 @@ static_assert(std::is_nothrow_move_constructible_v<MonitorInfo>);
 class SingleMonitorTest : public ModuleTest {
 protected:
     SingleMonitorTest() {
-        const Library library("../bin/libvorlen_monitor.dll");
+        const Library library(product("libvorlen_monitor.dll"));
         library.resolve(getName, "_Z14getMonitorNameB5cxx11P10HMONITOR__");
         library.resolve(getPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__");
         library.resolve(getBasicInfo, "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo");

@@ -49,7 +49,7 @@ LONG CALLBACK endAtCrash(EXCEPTION_POINTERS* exception) {
 struct LoadedModule {
     LoadedModule() { library.resolve(getMonitorPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__"); }
 
-    Library library{"../bin/libvorlen_monitor.dll"};
+    Library library{product("libvorlen_monitor.dll")};
     Exports exports{library};
     std::wstring (*getMonitorPath)(HMONITOR) = nullptr;
     vorlen::MonitorWrapper monitors{};

@@ -23,7 +23,7 @@ bool isSystemLibrary(const std::string& name) {
 
 class Product : public testing::TestWithParam<std::string> {
 protected:
-    const Library file{"../bin/" + GetParam(), Library::Mapping::imageOnly};
+    const Library file{product(GetParam()), Library::Mapping::imageOnly};
     const LoadedImage image{file.image()};
 };
 

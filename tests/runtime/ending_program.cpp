@@ -21,7 +21,7 @@ struct Images {
 
     // In this order: at the end of the process their DllMain is called in reverse order.
     Library endImage{"end_image.dll"};
-    Library runtime{"../../bin/vorlen_runtime.dll"};
+    Library runtime{product("vorlen_runtime.dll")};
     LoggingImage image{"logging_image_one.dll"};
     void (*callAtEnd)(void (*)()) = nullptr;
 };

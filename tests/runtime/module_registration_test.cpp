@@ -141,7 +141,7 @@ protected:
     ShippedModule() { load(); }
 
     void load() {
-        module.emplace("../bin/libvorlen_monitor.dll");
+        module.emplace(product("libvorlen_monitor.dll"));
         module->resolve(getModelName, "getVorlenMonitorModelName");
     }
 

@@ -121,7 +121,7 @@ void LoggerTest::load() {
         throw std::logic_error("the runtime is loaded already: its log is set up only once");
     }
     // The images find the runtime by its base name among the loaded libraries.
-    runtime.emplace("../bin/vorlen_runtime.dll");
+    runtime.emplace(product("vorlen_runtime.dll"));
     one.emplace("runtime/logging_image_one.dll");
     two.emplace("runtime/logging_image_two.dll");
 }

@@ -15,7 +15,7 @@ namespace tests {
 // reverse order. Not the recording runtime, which keeps what it recorded.
 class LoadedProducts {
     ShippedRuntime runtimeLibrary;
-    Library moduleLibrary{"../bin/libvorlen_monitor.dll"};
+    Library moduleLibrary{product("libvorlen_monitor.dll")};
 
 public:
     LoadedProducts();

@@ -131,7 +131,7 @@ TEST(ProcessState, reports_a_cycle_that_keeps_something) {
 
 TEST(ProcessState, reports_an_image_that_stays_loaded) {
     const ProcessState before;
-    const Library library("../bin/vorlen_runtime.dll");
+    const Library library(product("vorlen_runtime.dll"));
     EXPECT_THAT(ProcessState().otherDifferencesFrom(before),
                 testing::Contains(HasSubstr("loaded images")));
 }

@@ -1,5 +1,6 @@
 #include "tests/support/library.h"
 
+#include <cstdlib>
 #include <stdexcept>
 
 namespace tests {
@@ -13,6 +14,17 @@ std::filesystem::path programFolder() {
 }
 
 } // namespace
+
+std::filesystem::path product(const std::string& file) {
+    if (const wchar_t* const chosen = _wgetenv(L"VORLEN_PRODUCTS")) {
+        return std::filesystem::path(chosen) / file;
+    }
+    std::filesystem::path folder = programFolder();
+    while (folder.filename() != "tests") {
+        folder = folder.parent_path();
+    }
+    return folder.parent_path() / "bin" / file;
+}
 
 Library::Library(const std::filesystem::path& path, Mapping mapping) {
     const auto fullPath = (programFolder() / path).lexically_normal().make_preferred();

@@ -7,6 +7,10 @@
 
 namespace tests {
 
+// The full path of a library or program of the products: in the folder that the environment
+// variable VORLEN_PRODUCTS names, or in the folder bin beside that of the tests.
+std::filesystem::path product(const std::string& file);
+
 // A library, or another program's image, that stays in the process while the object lives.
 class Library {
 public:
@@ -15,8 +19,8 @@ public:
         imageOnly, // neither its imports are bound nor its code is run
     };
 
-    // The path is relative to the folder of the test program. Throws std::runtime_error when the
-    // file cannot be loaded.
+    // The path may be relative to the folder of the test program. Throws std::runtime_error when
+    // the file cannot be loaded.
     explicit Library(const std::filesystem::path& path, Mapping mapping = Mapping::loaded);
     ~Library();
     Library(const Library&) = delete;
