@@ -174,7 +174,24 @@ def test_help_and_version_are_on_standard_output(outputs):
     text = run_to_bytes(outputs, COMMAND, "monitors", "--help").decode()
     assert "Usage: vorlen-monitor monitors [OPTIONS]" in text
     assert "\r" not in text
-    assert run_to_bytes(outputs, COMMAND, "--version") == b"vorlen-monitor 2.0.4\n"
+    text = run_to_bytes(outputs, COMMAND, "--version").decode()
+    versions = re.fullmatch(
+        r"vorlen-monitor ([\d.]+)\nlibvorlen_monitor.dll ([\d.]+)\nvorlen_runtime.dll ([\d.]+)\n",
+        text,
+    )
+    assert versions, text
+    assert len(set(versions.groups())) == 1
+
+
+def test_versions_that_differ_are_a_warning(outputs, folder):
+    put_in(folder, "empty_desktop")
+    shown = outputs.run(folder / COMMAND, "--version")
+    assert shown.returncode == 0
+    assert "libvorlen_monitor.dll unknown\n" in shown.stdout
+    assert shown.stderr == (
+        "vorlen-monitor: warning: the versions of program and libraries differ; "
+        "use the files of one release\n"
+    )
 
 
 # Command lines that make no sense.

@@ -148,17 +148,17 @@ std::string problemOf(const CLI::ParseError& error) {
     return text;
 }
 
-// Parses the arguments into the options of the subcommands. When they ask for the help or the
-// version, returns its text.
-std::optional<Information> parseWith(CLI::App& app, const std::vector<std::string>& arguments) {
+// Parses the arguments into the options of the subcommands; returns the request of --help and
+// --version.
+std::optional<Request> parseWith(CLI::App& app, const std::vector<std::string>& arguments) {
     try {
         // CLI11 takes the arguments from the end of the vector.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         return std::nullopt;
     } catch (const CLI::CallForHelp&) {
         return Information{app.help()};
-    } catch (const CLI::CallForVersion& version) {
-        return Information{version.what() + std::string("\n")};
+    } catch (const CLI::CallForVersion&) {
+        return VersionOptions{};
     } catch (const CLI::ParseError& error) {
         throw Failure(ExitCode::usage, problemOf(error) + "; " + seeHelp(innermost(app)));
     }
@@ -183,8 +183,7 @@ std::vector<std::string> commandLineArguments() {
 
 Request parseCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app("Shows what the monitor library knows about the desktop.", program);
-    app.set_version_flag("--version", std::string(program) + " " VORLEN_VERSION,
-                         "Print the version and exit");
+    app.set_version_flag("--version", "", "Print the versions of program and libraries and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line;\n"
                "3 libraries unusable; 4 output not written; 5 other error.");
@@ -193,8 +192,8 @@ Request parseCommandLine(const std::vector<std::string>& arguments) {
     app.require_subcommand(0, 1);
 
     Commands commands(app);
-    if (const auto information = parseWith(app, arguments)) {
-        return *information;
+    if (auto request = parseWith(app, arguments)) {
+        return *std::move(request);
     }
     refuseRest(app);
     if (auto request = commands.chosen()) {

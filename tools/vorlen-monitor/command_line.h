@@ -8,10 +8,13 @@
 
 namespace vorlen::tool {
 
-// The request for a text: the help or the version.
+// The request for a text: the help.
 struct Information {
     std::string text;
 };
+
+// The versions of this program and of the libraries that it loads.
+struct VersionOptions {};
 
 struct MonitorsOptions {
     bool json = false;
@@ -38,9 +41,9 @@ struct OverviewOptions {
     std::vector<std::string> kitModels;
 };
 
-// What the user asked for: one alternative for each subcommand, and one for help and version.
-using Request = std::variant<Information, MonitorsOptions, WindowsOptions, StatusOptions,
-                             WatchOptions, OverviewOptions>;
+// What the user asked for: one alternative for each subcommand, and those of --help and --version.
+using Request = std::variant<Information, VersionOptions, MonitorsOptions, WindowsOptions,
+                             StatusOptions, WatchOptions, OverviewOptions>;
 
 // The arguments of this process in UTF-8, without the program's name. Throws a Failure when the
 // system cannot split the command line.

@@ -75,11 +75,15 @@ FARPROC Library::exported(const char* name) const {
     return address;
 }
 
+Library libraryBesideThisProgram(const std::wstring& name) {
+    return Library(folderOfThisProgram() + name);
+}
+
 Service::Service()
-    : runtime(folderOfThisProgram() + L"vorlen_runtime.dll"),
+    : runtime(libraryBesideThisProgram(L"vorlen_runtime.dll")),
       initialize(runtime.function<decltype(::Vorlen_Initialize)>("Vorlen_Initialize")),
       shutdown(runtime.function<decltype(::Vorlen_Shutdown)>("Vorlen_Shutdown")),
-      module(folderOfThisProgram() + L"libvorlen_monitor.dll") {
+      module(libraryBesideThisProgram(L"libvorlen_monitor.dll")) {
     if (!initialize()) {
         throw Failure(ExitCode::libraries, "the service did not start: Vorlen_Initialize failed, "
                                            "for the reason that vorlen_runtime.dll gives above");

@@ -19,6 +19,9 @@ public:
     Library(const Library&) = delete;
     Library& operator=(const Library&) = delete;
 
+    // The full path of the file that was loaded.
+    const std::wstring& file() const { return path; }
+
     // The exported function. Throws a Failure when the library exports no function of that name.
     template <typename Function>
     Function* function(const char* name) const {
@@ -31,6 +34,9 @@ private:
 
     FARPROC exported(const char* name) const;
 };
+
+// Loads the library of this name from this program's folder; throws as Library does.
+Library libraryBesideThisProgram(const std::wstring& name);
 
 // Both libraries of this program's folder, loaded and initialised. The thread that constructs the
 // object is the service thread: only that thread calls the functions and destroys the object.

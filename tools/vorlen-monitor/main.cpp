@@ -5,6 +5,7 @@
 #include "tools/vorlen-monitor/output.h"
 #include "tools/vorlen-monitor/status_command.h"
 #include "tools/vorlen-monitor/text.h"
+#include "tools/vorlen-monitor/version_command.h"
 #include "tools/vorlen-monitor/watch_command.h"
 #include "tools/vorlen-monitor/windows_command.h"
 
@@ -25,6 +26,14 @@ ExitCode print(const std::string& text) {
 
 ExitCode carryOut(const Information& information) {
     return print(information.text);
+}
+
+ExitCode carryOut(const VersionOptions&) {
+    const Versions versions = readVersions();
+    if (const std::string warning = versionWarning(versions); !warning.empty()) {
+        complain(warning);
+    }
+    return print(versionText(versions));
 }
 
 ExitCode carryOut(const MonitorsOptions& options) {
