@@ -27,7 +27,7 @@ def test_a_running_host_sees_an_output_go_and_come_back(desktop, host):
 
 @pytest.mark.usefixtures("host")
 def test_the_example_lists_both_outputs(desktop):
-    listed = desktop.run(BUILD / "bin/list_monitors.exe")
+    listed = desktop.run(BUILD / "bin/list_desktop.exe")
     assert (listed.returncode, listed.stderr) == (0, "")
     line = re.compile(r"\\\\\.\\DISPLAY\d+ \(Display\d+\): (.*), handle (0x[0-9a-f]+)\n", re.ASCII)
     monitors = line.findall(listed.stdout)
@@ -44,7 +44,7 @@ def test_the_example_lists_both_outputs(desktop):
 @pytest.mark.usefixtures("host")
 def test_the_example_fails_when_its_output_is_lost(desktop):
     with open("/dev/full", "wb") as full:
-        with desktop.start(BUILD / "bin/list_monitors.exe", stdout=full) as process:
+        with desktop.start(BUILD / "bin/list_desktop.exe", stdout=full) as process:
             errors = process.communicate(timeout=TIMEOUT_S)[1]
     assert process.returncode == 1
-    assert errors == "list_monitors: cannot write to standard output; send it elsewhere\n"
+    assert errors == "list_desktop: cannot write to standard output; send it elsewhere\n"

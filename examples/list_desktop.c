@@ -1,6 +1,7 @@
 /*
- * A minimal host: starts the service, prints the monitors of the desktop, ends the service.
- * It is linked to both libraries, which must be in its folder when it runs.
+ * A minimal host: starts the service, prints the monitors of the desktop and the capturable
+ * windows, ends the service. It is linked to both libraries, which must be in its folder when it
+ * runs.
  */
 #include "vorlen/monitor.h"
 #include "vorlen/runtime.h"
@@ -9,9 +10,10 @@
 #include <io.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <wctype.h>
 
 static int fail(const wchar_t* message) {
-    (void)fwprintf(stderr, L"list_monitors: %ls\n", message);
+    (void)fwprintf(stderr, L"list_desktop: %ls\n", message);
     return EXIT_FAILURE;
 }
 
@@ -37,6 +39,31 @@ static int list_monitors(void) {
     return EXIT_SUCCESS;
 }
 
+/* Titles come from other programs, and control characters would drive a terminal. */
+static void print_window(WindowListItem* window) {
+    for (VLChar16* unit = window->title; *unit != 0; ++unit) {
+        if (iswcntrl(*unit)) {
+            *unit = L'?';
+        }
+    }
+    wprintf(L"%ls (%ls), handle 0x%llx\n", window->title, window->className,
+            (unsigned long long)(uintptr_t)window->handle);
+}
+
+static int list_windows(void) {
+    const int size = getWindowList(NULL, 0);
+    WindowListItem* const windows = calloc((size_t)size + 1, sizeof *windows);
+    if (windows == NULL) {
+        return fail(L"not enough memory for the list of windows; close some programs");
+    }
+    const int count = getWindowList(windows, size);
+    for (int i = 0; i < count; ++i) {
+        print_window(&windows[i]);
+    }
+    free(windows);
+    return EXIT_SUCCESS;
+}
+
 int main(void) {
     /* UTF-16 on a console, UTF-8 in files and pipes. Without a buffer, numbers are split. */
     _setmode(_fileno(stdout), _O_U8TEXT);
@@ -45,7 +72,10 @@ int main(void) {
     if (!Vorlen_Initialize()) {
         return EXIT_FAILURE; /* the runtime has written the reason to standard error */
     }
-    const int result = list_monitors();
+    int result = list_monitors();
+    if (result == EXIT_SUCCESS) {
+        result = list_windows();
+    }
     Vorlen_Shutdown();
 
     if (fflush(stdout) != 0 || ferror(stdout)) {
