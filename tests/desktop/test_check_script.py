@@ -26,6 +26,7 @@ def tree(tmp_path):
     programs = tmp_path / "programs"
     programs.mkdir()
     files = {root / "scripts" / name: STEP for name in STEPS}
+    files[root / "package"] = STEP
     files[root / "scripts" / "with-desktop"] = WITH_DESKTOP
     files[programs / "ctest"] = CTEST
     for file, text in files.items():

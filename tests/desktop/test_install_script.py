@@ -81,7 +81,7 @@ def machine(tmp_path):
 
 
 def test_with_everything_installed_it_does_nothing(machine):
-    machine.installed(*listed("run", "check"))
+    machine.installed(*listed("run", "package", "check"))
     done = machine.install("check")
     assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
     assert machine.calls() == []
@@ -101,7 +101,9 @@ def test_root_installs_what_is_missing(machine):
 def test_the_check_needs_more_than_the_run(machine):
     machine.installed(*listed("run"))
     assert machine.install("run").stderr == ""
-    assert machine.install("check").stderr == f"Installing {' '.join(listed('check'))}\n"
+    assert machine.install("check").stderr == (
+        f"Installing {' '.join(listed('package', 'check'))}\n"
+    )
 
 
 def test_a_release_needs_packages_of_its_own(machine):
@@ -129,6 +131,14 @@ def test_without_sudo_it_names_the_command_for_root(machine):
     assert machine.calls() == []
 
 
+def test_npm_of_another_package_counts_as_installed(machine):
+    everything = listed("run", "package", "check")
+    machine.installed(*(package for package in everything if package != "npm"))
+    assert machine.install("check").stderr == "Installing npm\n"
+    machine.command("npm", "#!/bin/bash\n")
+    assert machine.install("check").stderr == ""
+
+
 def test_another_system_than_debian_is_refused(machine):
     machine.without_command("apt-get")
     refused = machine.install("run")
@@ -150,4 +160,7 @@ def test_a_failure_of_apt_shows_what_it_said_last(machine):
 def test_an_unknown_purpose_is_refused(machine):
     refused = machine.install("else")
     assert refused.returncode == 1
-    assert refused.stderr == "install: say what to install for: scripts/install run|check|release\n"
+    assert (
+        refused.stderr
+        == "install: say what to install for: scripts/install run|package|check|release\n"
+    )

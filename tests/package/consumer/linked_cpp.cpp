@@ -1,0 +1,6 @@
+#include "session.h"
+
+int main() {
+    const vorlen::Session session;
+    use(session);
+}

@@ -1,0 +1,17 @@
+// Uses a session of the folder that it is given, twice in one process.
+#include "session.h"
+
+#include <exception>
+
+int main(int count, char** arguments) try {
+    if (count != 2) {
+        return 2;
+    }
+    { const vorlen::Session session(arguments[1]); }
+    const vorlen::Session session(arguments[1]);
+    use(session);
+    return 0;
+} catch (const std::exception& error) {
+    std::cout << error.what() << '\n';
+    return 1;
+}
