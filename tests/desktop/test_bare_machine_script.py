@@ -7,6 +7,8 @@ import pytest
 from desktop import PROJECT
 from processes import complaint_of, run_program
 
+USAGE = "usage: scripts/bare-machine [--keep] [root|user]"
+
 
 @pytest.fixture
 def refused(tmp_path):
@@ -25,8 +27,9 @@ def refused(tmp_path):
 @pytest.mark.parametrize(
     ("arguments", "complaint"),
     [
-        (["--kep"], "unknown option --kep; usage: scripts/bare-machine [--keep]"),
-        (["--keep", "folder"], "unknown argument folder; usage: scripts/bare-machine [--keep]"),
+        (["--kep"], f"unknown argument --kep; {USAGE}"),
+        (["--keep", "folder"], f"unknown argument folder; {USAGE}"),
+        (["user", "root"], f"unknown argument root; {USAGE}"),
         ([], "this mounts file systems and makes devices: run it as root"),
     ],
 )
