@@ -2,6 +2,7 @@
 # a library or program.
 function(vorlen_version_resource target file_name description)
     get_target_property(type ${target} TYPE)
+    file(STRINGS ${PROJECT_SOURCE_DIR}/LICENSE copyright REGEX "^Copyright")
     set(file_type VFT_APP)
     if(type STREQUAL "SHARED_LIBRARY")
         set(file_type VFT_DLL)

@@ -5,17 +5,18 @@
 #
 # A host that links them needs both libraries beside its program: $<TARGET_RUNTIME_DLLS:program>
 # names them. A host that loads them when it runs needs the headers only, which each target brings.
-if(NOT WIN32 OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8)
+set(_vorlen_architecture "${CMAKE_C_COMPILER_ARCHITECTURE_ID}${CMAKE_CXX_COMPILER_ARCHITECTURE_ID}")
+if(NOT WIN32 OR NOT CMAKE_SIZEOF_VOID_P EQUAL 8 OR _vorlen_architecture MATCHES "ARM")
     set(vorlen-monitor_FOUND FALSE)
-    set(vorlen-monitor_NOT_FOUND_MESSAGE "vorlen-monitor is for 64-bit Windows programs")
+    set(vorlen-monitor_NOT_FOUND_MESSAGE "vorlen-monitor is for Windows programs for x86-64")
     return()
 endif()
 
 get_filename_component(_vorlen_prefix "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
-if(MSVC)
-    set(_vorlen_import_suffix .lib)
-else()
+if(MINGW)
     set(_vorlen_import_suffix .dll.a)
+else()
+    set(_vorlen_import_suffix .lib)
 endif()
 
 function(_vorlen_import target name)
@@ -31,3 +32,4 @@ _vorlen_import(vorlen::monitor libvorlen_monitor)
 _vorlen_import(vorlen::runtime vorlen_runtime)
 unset(_vorlen_prefix)
 unset(_vorlen_import_suffix)
+unset(_vorlen_architecture)
