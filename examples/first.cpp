@@ -16,7 +16,7 @@ int main() try {
         std::wprintf(L"%ls: %d x %d\n", monitor.friendlyName.c_str(), monitor.width,
                      monitor.height);
     }
-    std::wprintf(L"status %d\n", session.check().code); // 16: set up as needed
+    std::wprintf(L"status: %hs\n", session.check().text.c_str()); // "OK.": set up as needed
     return EXIT_SUCCESS;
 } catch (const std::exception& error) {
     std::cerr << "first: " << error.what() << '\n';

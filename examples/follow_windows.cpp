@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <cwctype>
 #include <exception>
 #include <iostream>
 #include <stdexcept>
@@ -24,23 +25,24 @@ LRESULT CALLBACK onMessage(HWND window, UINT message, WPARAM wParam, LPARAM lPar
     return DefWindowProcW(window, message, wParam, lParam);
 }
 
-// WM_DISPLAYCHANGE is sent to top-level windows only: a hidden one receives it.
-void makeHiddenWindow() {
+// A hidden top-level window receives WM_DISPLAYCHANGE. The timer wakes the message loop.
+void makeWindowAndTimer() {
     WNDCLASSW windowClass{};
     windowClass.lpfnWndProc = onMessage;
     windowClass.lpszClassName = L"follow_windows";
-    RegisterClassW(&windowClass);
-    if (CreateWindowExW(0, L"follow_windows", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr,
-                        nullptr) == nullptr) {
-        throw std::runtime_error("cannot create a window");
+    if (RegisterClassW(&windowClass) == 0 ||
+        CreateWindowExW(0, L"follow_windows", L"", 0, 0, 0, 0, 0, nullptr, nullptr, nullptr,
+                        nullptr) == nullptr ||
+        SetTimer(nullptr, 0, 100, nullptr) == 0) {
+        throw std::runtime_error("cannot make a window and a timer");
     }
 }
 
-void print(const wchar_t* what, std::wstring text, const std::wstring& detail) {
-    // Titles come from other programs, and control characters would drive a terminal.
-    std::replace_if(
-        text.begin(), text.end(), [](wchar_t unit) { return unit < L' '; }, L'?');
-    std::wprintf(L"%ls %ls (%ls)\n", what, text.c_str(), detail.c_str());
+void print(const wchar_t* what, const std::wstring& text, const std::wstring& detail) {
+    std::wstring line = text + L" (" + detail + L")";
+    // Texts come from other programs, and control characters would drive a terminal.
+    std::replace_if(line.begin(), line.end(), std::iswcntrl, L'?');
+    std::wprintf(L"%ls %ls\n", what, line.c_str());
     if (std::fflush(stdout) != 0) {
         throw std::runtime_error("cannot write to standard output; send it elsewhere");
     }
@@ -60,8 +62,7 @@ void printMissing(const wchar_t* what, const std::vector<vorlen::Window>& some,
 void follow(const vorlen::Session& session, ULONGLONG end) {
     std::vector<vorlen::Window> listed;
     MSG message{};
-    // Window events arrive while messages are retrieved; the timer only says when to look.
-    SetTimer(nullptr, 0, 100, nullptr);
+    // Window events arrive while messages are retrieved.
     while (GetTickCount64() < end && GetMessageW(&message, nullptr, 0, 0) > 0) {
         DispatchMessageW(&message);
         if (displayChanged) {
@@ -88,7 +89,7 @@ int main(int count, char** arguments) try {
         return EXIT_FAILURE;
     }
     const vorlen::Session session;
-    makeHiddenWindow();
+    makeWindowAndTimer();
     follow(session,
            seconds > 0 ? GetTickCount64() + 1000ULL * static_cast<ULONGLONG>(seconds) : ~0ULL);
     return EXIT_SUCCESS;

@@ -17,10 +17,20 @@ static int fail(const wchar_t* message) {
     return EXIT_FAILURE;
 }
 
-static void print_monitor(const MonitorListItem* monitor) {
+/* Texts come from other programs and devices, and control characters would drive a terminal. */
+static const VLChar16* printable(VLChar16* text) {
+    for (VLChar16* unit = text; *unit != 0; ++unit) {
+        if (iswcntrl(*unit)) {
+            *unit = L'?';
+        }
+    }
+    return text;
+}
+
+static void print_monitor(MonitorListItem* monitor) {
     wprintf(L"%ls (%ls): %dx%d at %d,%d, %d Hz, handle 0x%llx\n", monitor->deviceName,
-            monitor->friendlyName, monitor->width, monitor->height, monitor->x, monitor->y,
-            monitor->refreshRate, (unsigned long long)(uintptr_t)monitor->handle);
+            printable(monitor->friendlyName), monitor->width, monitor->height, monitor->x,
+            monitor->y, monitor->refreshRate, (unsigned long long)(uintptr_t)monitor->handle);
 }
 
 static int list_monitors(void) {
@@ -39,14 +49,8 @@ static int list_monitors(void) {
     return EXIT_SUCCESS;
 }
 
-/* Titles come from other programs, and control characters would drive a terminal. */
 static void print_window(WindowListItem* window) {
-    for (VLChar16* unit = window->title; *unit != 0; ++unit) {
-        if (iswcntrl(*unit)) {
-            *unit = L'?';
-        }
-    }
-    wprintf(L"%ls (%ls), handle 0x%llx\n", window->title, window->className,
+    wprintf(L"%ls (%ls), handle 0x%llx\n", printable(window->title), printable(window->className),
             (unsigned long long)(uintptr_t)window->handle);
 }
 

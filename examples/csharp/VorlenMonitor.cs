@@ -103,8 +103,14 @@ namespace Vorlen
         /// <summary>Ends the service. On the thread that made it.</summary>
         public void Dispose()
         {
-            Vorlen_Shutdown();
+            if (!ended)
+            {
+                ended = true;
+                Vorlen_Shutdown();
+            }
         }
+
+        private bool ended;
 
         public MonitorListItem[] Monitors()
         {

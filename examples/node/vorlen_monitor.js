@@ -10,7 +10,7 @@ const path = require('path');
 
 const text = koffi.array('char16_t', 128, 'String');
 
-const MonitorListItem = koffi.struct('MonitorListItem', {
+const MonitorListItem = koffi.struct({
   handle: 'uint64_t',
   deviceName: text,
   friendlyName: text,
@@ -22,7 +22,7 @@ const MonitorListItem = koffi.struct('MonitorListItem', {
   refreshRate: 'int32_t',
 });
 
-const WindowListItem = koffi.struct('WindowListItem', {
+const WindowListItem = koffi.struct({
   handle: 'uint64_t',
   title: text,
   className: text,
@@ -39,14 +39,27 @@ function readList(copy, type) {
     buffer = Buffer.alloc(capacity * size);
     count = copy(buffer, capacity);
   } while (count === capacity);
-  return Array.from({ length: count }, (_, index) => koffi.decode(buffer, index * size, type));
+  return Array.from({ length: count }, (_, index) => {
+    const record = koffi.decode(buffer, index * size, type);
+    // As text, such as '0x10001': a handle can be larger than what a number holds.
+    return { ...record, handle: `0x${BigInt(record.handle).toString(16)}` };
+  });
+}
+
+function load(folder, file) {
+  const library = path.resolve(folder, file);
+  try {
+    return koffi.load(library);
+  } catch (error) {
+    throw new Error(`cannot load ${library}: ${error.message}`);
+  }
 }
 
 // Starts the service with the two libraries of the folder. Throws an Error when they cannot be
 // loaded or the service does not start.
 function start(folder) {
-  const runtime = koffi.load(path.resolve(folder, 'vorlen_runtime.dll'));
-  const module = koffi.load(path.resolve(folder, 'libvorlen_monitor.dll'));
+  const runtime = load(folder, 'vorlen_runtime.dll');
+  const module = load(folder, 'libvorlen_monitor.dll');
   const getMonitorList = module.func('int getMonitorList(void *items, int32_t capacity)');
   const getWindowList = module.func('int getWindowList(void *items, int32_t capacity)');
   const restartWindowList = module.func('bool restartWindowList()');

@@ -87,6 +87,10 @@ class Session:
         return self
 
     def __exit__(self, *_exception) -> None:
+        self.close()
+
+    def close(self) -> None:
+        """Ends the service. On the thread that made it, once."""
         self._runtime.Vorlen_Shutdown()
 
     def monitors(self) -> list[MonitorListItem]:

@@ -9,8 +9,10 @@
 //
 // What the C headers say about threads, waiting, units and neutral values holds here, too.
 // Everything here belongs to the service thread, the thread that made the session. Only a host
-// built with the library's toolchain can catch what the library itself throws, and must do so while
-// the session lives: the code of such an exception is unloaded with the library.
+// built with the library's toolchain can catch what the library itself throws.
+//
+// <windows.h> is included as the host configures it: a host that uses winsock2.h, or std::min,
+// includes that header first and defines NOMINMAX.
 #ifndef VORLEN_MONITOR_HPP
 #define VORLEN_MONITOR_HPP
 
@@ -29,6 +31,7 @@
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace vorlen {
@@ -71,22 +74,27 @@ struct Version {
 
 namespace detail {
 
-inline std::system_error systemError(const std::string& what) {
-    return {static_cast<int>(GetLastError()), std::system_category(), what};
+inline std::system_error systemError(DWORD error, const std::string& what) {
+    return {static_cast<int>(error), std::system_category(), what};
 }
 
-// A library in a folder, loaded while the object lives.
+// A library in a folder, unloaded with the object unless it was kept.
 class LoadedLibrary {
 public:
-    explicit LoadedLibrary(const std::filesystem::path& file)
-        : module(LoadLibraryExW(file.c_str(), nullptr,
-                                LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32)),
-          name(file.filename().string()) {
+    LoadedLibrary(const std::filesystem::path& folder, std::string file)
+        : name(std::move(file)),
+          module(LoadLibraryExW((folder / name).c_str(), nullptr,
+                                LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32)) {
         if (module == nullptr) {
-            throw systemError("cannot load " + name);
+            const DWORD error = GetLastError();
+            throw systemError(error, "cannot load " + name);
         }
     }
-    ~LoadedLibrary() { FreeLibrary(module); }
+    ~LoadedLibrary() {
+        if (!kept) {
+            FreeLibrary(module);
+        }
+    }
     LoadedLibrary(const LoadedLibrary&) = delete;
     LoadedLibrary& operator=(const LoadedLibrary&) = delete;
 
@@ -94,20 +102,38 @@ public:
     void find(Function*& function, const char* exported) const {
         const FARPROC address = GetProcAddress(module, exported);
         if (address == nullptr) {
-            throw systemError(name + " has no function " + exported);
+            const DWORD error = GetLastError();
+            throw systemError(error, name + " has no function " + exported);
         }
         function = reinterpret_cast<Function*>(reinterpret_cast<void*>(address));
     }
 
+    // Leaves the library loaded until the process ends.
+    void keep() { kept = true; }
+
 private:
-    HMODULE module;
     std::string name;
+    HMODULE module;
+    bool kept = false;
 };
+
+// The path from the root on; it may begin with \\?\.
+inline std::filesystem::path fullPath(const std::filesystem::path& folder) {
+    std::wstring text(GetFullPathNameW(folder.c_str(), 0, nullptr, nullptr), L'\0');
+    const DWORD length =
+        GetFullPathNameW(folder.c_str(), static_cast<DWORD>(text.size()), text.data(), nullptr);
+    if (length == 0 || length >= text.size()) {
+        const DWORD error = GetLastError();
+        throw systemError(error, "no folder of the libraries");
+    }
+    text.resize(length);
+    return text;
+}
 
 // In this order: the module uses the runtime, and is unloaded before it.
 struct LoadedLibraries {
     explicit LoadedLibraries(const std::filesystem::path& folder)
-        : runtime(folder / L"vorlen_runtime.dll"), module(folder / L"libvorlen_monitor.dll") {}
+        : runtime(folder, "vorlen_runtime.dll"), module(folder, "libvorlen_monitor.dll") {}
 
     LoadedLibrary runtime;
     LoadedLibrary module;
@@ -175,7 +201,7 @@ inline Functions loadedFunctions(const LoadedLibraries& libraries) {
 
 // The whole list of a function that copies records. The list may grow between the question for its
 // size and the copy: the array has room for one record more, and as long as that is used, too, the
-// list is asked again.
+// list is read again.
 template <typename Record>
 std::vector<Record> readList(int (*copy)(Record* records, std::int32_t capacity)) {
     std::vector<Record> records;
@@ -213,17 +239,21 @@ inline std::string textOrEmpty(const char* text) {
 // The running service: the thread that makes the session is the service thread. One at a time.
 class Session {
 public:
-    // For a host that links both libraries. Throws std::runtime_error when the service does not
-    // start; the runtime has written the reason to standard error.
+    // For a host that links both libraries. Throws std::logic_error when the service runs already,
+    // and std::runtime_error when it does not start; the runtime has written the reason to standard
+    // error.
     Session() : functions(detail::linkedFunctions()) { start(); }
 
-    // For a host that links neither: loads both libraries from the folder, and unloads them at the
-    // end. A relative folder is one of the current folder. Throws std::system_error when a library
-    // cannot be loaded or lacks a function, and std::runtime_error as above.
+    // For a host that links neither: loads both libraries from the folder. They stay loaded until
+    // the process ends, because an exception of the library that the host has caught needs its
+    // code. A relative folder is one of the current folder. Throws std::system_error when a library
+    // cannot be loaded or lacks a function, and as above.
     explicit Session(const std::filesystem::path& folder) {
-        libraries.emplace(std::filesystem::absolute(folder));
-        functions = detail::loadedFunctions(*libraries);
+        detail::LoadedLibraries libraries(detail::fullPath(folder));
+        functions = detail::loadedFunctions(libraries);
         start();
+        libraries.runtime.keep();
+        libraries.module.keep();
     }
 
     // Ends the service. On the service thread.
@@ -251,10 +281,12 @@ public:
 
     // The outcome of the last check since the library was loaded; UNKNOWN_STATUS before the first.
     Status lastStatus() const {
-        const std::int32_t code = functions.getLastMonitorStatus();
-        const char* const name = statusName(code);
-        const VLStatus known = name != nullptr ? static_cast<VLStatus>(code) : UNKNOWN_STATUS;
-        return {known, statusName(known), StatusShortMessages.at(known), StatusMessages.at(known)};
+        std::int32_t code = functions.getLastMonitorStatus();
+        if (statusName(code) == nullptr) {
+            code = UNKNOWN_STATUS;
+        }
+        return {static_cast<VLStatus>(code), statusName(code), statusShortMessage(code),
+                statusMessage(code)};
     }
 
     // The monitor that the last check judged; nothing when it judged none or it is not listed now.
@@ -306,8 +338,18 @@ public:
 
 private:
     void start() const {
+        // Without a service the library gives no name.
+        if (functions.getVorlenMonitorModelName() != nullptr) {
+            throw std::logic_error("the service runs already");
+        }
         if (!functions.initialize()) {
             throw std::runtime_error("the service did not start: Vorlen_Initialize failed");
+        }
+        // A runtime of another folder that was loaded before is the one that the module uses.
+        if (functions.getVorlenMonitorModelName() == nullptr) {
+            functions.shutdown();
+            throw std::runtime_error(
+                "the service did not start: another vorlen_runtime.dll is loaded");
         }
     }
 
@@ -322,7 +364,6 @@ private:
         return records;
     }
 
-    std::optional<detail::LoadedLibraries> libraries; // nothing when the host links them
     detail::Functions functions;
 };
 

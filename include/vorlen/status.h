@@ -114,6 +114,39 @@ constexpr const char* statusName(std::int32_t code) {
     }
 }
 
+// The same texts for inline functions and for static objects, which cannot use the tables of a
+// translation unit.
+struct StatusTexts {
+    std::int32_t code;
+    const char* shortMessage;
+    const char* message;
+};
+
+inline constexpr StatusTexts statusTexts[] = {
+#define VORLEN_STATUS_TEXTS(name, value, shortText, longText) {value, shortText, longText},
+    VORLEN_STATUS_LIST(VORLEN_STATUS_TEXTS)
+#undef VORLEN_STATUS_TEXTS
+};
+
+// Null for a value that is not a code.
+constexpr const char* statusShortMessage(std::int32_t code) {
+    for (const StatusTexts& texts : statusTexts) {
+        if (texts.code == code) {
+            return texts.shortMessage;
+        }
+    }
+    return nullptr;
+}
+
+constexpr const char* statusMessage(std::int32_t code) {
+    for (const StatusTexts& texts : statusTexts) {
+        if (texts.code == code) {
+            return texts.message;
+        }
+    }
+    return nullptr;
+}
+
 #undef VORLEN_STATUS_LIST
 #undef VORLEN_STATUS_ASK_FOR_HELP
 

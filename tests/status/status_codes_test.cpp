@@ -37,6 +37,8 @@ TEST_P(StatusCode, has_its_value_name_and_texts) {
     EXPECT_STREQ(statusName(code.value), code.name.c_str());
     EXPECT_EQ(StatusShortMessages.at(code.enumerator), code.shortText);
     EXPECT_EQ(StatusMessages.at(code.enumerator), code.longText);
+    EXPECT_STREQ(vorlen::statusShortMessage(code.value), code.shortText.c_str());
+    EXPECT_STREQ(vorlen::statusMessage(code.value), code.longText.c_str());
 }
 
 INSTANTIATE_TEST_SUITE_P(All, StatusCode, testing::ValuesIn(knownCodes()),
@@ -50,6 +52,8 @@ TEST(StatusTables, have_the_32_codes_and_no_others) {
     constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
     for (const std::int32_t value : {lowest, -2, 1, 15, 23, 31, 36, 116, highest}) {
         EXPECT_EQ(statusName(value), nullptr) << value;
+        EXPECT_EQ(vorlen::statusShortMessage(value), nullptr) << value;
+        EXPECT_EQ(vorlen::statusMessage(value), nullptr) << value;
     }
 }
 
