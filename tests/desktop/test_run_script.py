@@ -33,12 +33,25 @@ def layout(shown: subprocess.CompletedProcess) -> list[tuple]:
     return sorted(tuple(monitor[key] for key in keys) for monitor in json.loads(shown.stdout))
 
 
-def test_without_arguments_it_shows_monitors_status_and_windows(marked):
+def test_without_arguments_it_shows_a_kit_monitor_that_passes_and_two_windows(marked):
     shown = run(marked)
     assert shown.returncode == 0
+    assert "16 MONITOR_OK" in shown.stdout
+    windows = shown.stdout.partition("\nWindows\n")[2].splitlines()[1:]
+    assert sorted(line.split(maxsplit=2)[1:] for line in windows) == [
+        ["Demonstration", "A document"],
+        ["Demonstration", "A picture"],
+    ]
+    assert "./run watch " in shown.stderr
+
+
+def test_without_arguments_it_shows_the_desktop_of_the_user_as_it_is(marked, desktop):
+    marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
+    shown = run(marked)
+    assert (shown.returncode, shown.stderr) == (0, "")
     assert shown.stdout == run(marked, "overview").stdout
-    assert "DISPLAY1" in shown.stdout
     assert "MONITOR_NOT_CONNECTED" in shown.stdout
+    assert "Demonstration" not in shown.stdout
 
 
 def test_standard_error_is_empty_once_everything_is_built(marked):
