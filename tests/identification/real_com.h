@@ -2,8 +2,6 @@
 
 #include "simulation/current.h"
 #include "simulation/import_redirect.h"
-#include "simulation/wmi_provider.h"
-#include "tests/support/signal.h"
 #include "tests/support/simulation.h"
 
 #include <windows.h>
@@ -13,8 +11,6 @@
 #include <atomic>
 #include <cstddef>
 #include <deque>
-#include <exception>
-#include <thread>
 
 namespace tests {
 
@@ -33,23 +29,6 @@ private:
 
     std::atomic<std::size_t> locators = 0;
     std::deque<ImportRedirect> redirects;
-};
-
-// Puts the locator of a simulated WMI in front of the system's, for the whole process.
-class LocatorInFront {
-public:
-    explicit LocatorInFront(WmiProvider& provider);
-    ~LocatorInFront();
-    LocatorInFront(const LocatorInFront&) = delete;
-    LocatorInFront& operator=(const LocatorInFront&) = delete;
-
-private:
-    void serve(WmiProvider& provider);
-
-    Signal registered; // or failed
-    Signal over;
-    std::exception_ptr failure;
-    std::thread owner; // of the multithreaded apartment in which the class is registered
 };
 
 } // namespace tests

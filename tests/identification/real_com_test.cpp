@@ -1,3 +1,4 @@
+#include "tests/fixtures/locator_in_front.h"
 #include "tests/identification/identification_test.h"
 #include "tests/identification/real_com.h"
 
