@@ -65,6 +65,7 @@ public:
     MultithreadedApartment& operator=(const MultithreadedApartment&) = delete;
 
     bool entered() const { return SUCCEEDED(result); }
+    HRESULT enteringResult() const { return result; } // of CoInitializeEx
 
 private:
     HRESULT result;
