@@ -68,6 +68,12 @@ TEST(CommandLine, offers_kit_models_where_they_are_used) {
     }
 }
 
+TEST(CommandLine, takes_one_argument_for_each_kit_model) {
+    EXPECT_EQ(refusal({"status", "--kit-model", "A", "B"}),
+              "unexpected argument \"B\" for vorlen-monitor status; see vorlen-monitor status "
+              "--help");
+}
+
 TEST(CommandLine, asks_for_the_versions) {
     EXPECT_TRUE(std::holds_alternative<VersionOptions>(parseCommandLine({"--version"})));
 }

@@ -117,6 +117,7 @@ private:
         command->add_option("--kit-model", names, "The name of another kit model (repeatable)")
             ->type_name("NAME")
             ->expected(1)
+            ->allow_extra_args(false)
             ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     }
 
