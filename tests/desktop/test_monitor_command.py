@@ -197,7 +197,10 @@ def test_versions_that_differ_are_a_warning(outputs, folder):
 # Command lines that make no sense.
 
 
-COMMANDS = "the commands are: monitors, windows, status, watch, overview; see vorlen-monitor --help"
+COMMANDS = (
+    "the commands are: monitors, windows, status, watch, overview, record; "
+    "see vorlen-monitor --help"
+)
 
 
 @pytest.mark.parametrize(

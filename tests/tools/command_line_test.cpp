@@ -11,7 +11,7 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-#define COMMANDS "monitors, windows, status, watch, overview"
+#define COMMANDS "monitors, windows, status, watch, overview, record"
 
 std::string information(const std::vector<std::string>& arguments) {
     return std::get<Information>(parseCommandLine(arguments)).text;
@@ -58,7 +58,7 @@ TEST(CommandLine, shows_the_help_of_the_program_or_a_command) {
 }
 
 TEST(CommandLine, offers_kit_models_where_they_are_used) {
-    for (const char* const command : {"status", "overview"}) {
+    for (const char* const command : {"status", "overview", "record"}) {
         EXPECT_THAT(information({command, "--help"}),
                     ContainsRegex("\n  --kit-model NAME +The name of another kit model "
                                   "\\(repeatable\\)\n"));
@@ -66,6 +66,21 @@ TEST(CommandLine, offers_kit_models_where_they_are_used) {
     for (const char* const command : {"monitors", "windows", "watch"}) {
         EXPECT_THAT(information({command, "--help"}), Not(HasSubstr("--kit-model")));
     }
+}
+
+TEST(CommandLine, takes_the_file_of_a_recording) {
+    const auto record = [](const std::vector<std::string>& arguments) {
+        return std::get<RecordOptions>(parseCommandLine(arguments));
+    };
+    EXPECT_EQ(record({"record", "é.json"}).file, "é.json");
+    EXPECT_FALSE(record({"record", "a.json"}).redact);
+    EXPECT_TRUE(record({"record", "--redact", "a.json"}).redact);
+    EXPECT_EQ(record({"record", "--kit-model", "A", "a.json", "--kit-model", "B"}).kitModels,
+              (std::vector<std::string>{"A", "B"}));
+    EXPECT_EQ(refusal({"record"}), "FILE is required; see vorlen-monitor record --help");
+    EXPECT_EQ(refusal({"record", "a.json", "b.json"}),
+              "unexpected argument \"b.json\" for vorlen-monitor record; "
+              "see vorlen-monitor record --help");
 }
 
 TEST(CommandLine, takes_one_argument_for_each_kit_model) {

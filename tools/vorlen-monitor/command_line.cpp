@@ -69,7 +69,8 @@ public:
           windows(app.add_subcommand("windows", "List the capturable windows")),
           status(app.add_subcommand("status", "Check how the kit monitor is set up")),
           watch(app.add_subcommand("watch", "Print changes of the monitors and windows")),
-          overview(app.add_subcommand("overview", "Show monitors, status and windows")) {
+          overview(app.add_subcommand("overview", "Show monitors, status and windows")),
+          record(app.add_subcommand("record", "Save what Windows reports about the desktop")) {
         addFlag(monitors, "--json", "Print a JSON array instead of a table", monitorsOptions.json);
         addFlag(windows, "--json", "Print a JSON array instead of a table", windowsOptions.json);
         addFlag(windows, "--all", "List every window, with the reason if it is not capturable",
@@ -86,6 +87,13 @@ public:
                       "read again,\nand marked: (unreported) at the end of the line, or "
                       "\"unreported\":true in JSON.");
         addKitModel(overview, overviewOptions.kitModels);
+        record->add_option("FILE", recordOptions.file, "The file to write, in JSON")
+            ->required()
+            ->type_name("");
+        addFlag(record, "--redact",
+                "Replace titles, serial numbers and the user's name by placeholders",
+                recordOptions.redact);
+        addKitModel(record, recordOptions.kitModels);
     }
 
     // The request, after the arguments were parsed; nothing when they name no subcommand.
@@ -104,6 +112,9 @@ public:
                 watchOptions.duration = std::chrono::seconds(seconds);
             }
             return watchOptions;
+        }
+        if (record->parsed()) {
+            return recordOptions;
         }
         return overview->parsed() ? std::optional<Request>(overviewOptions) : std::nullopt;
     }
@@ -128,12 +139,14 @@ private:
     StatusOptions statusOptions;
     WatchOptions watchOptions;
     OverviewOptions overviewOptions;
+    RecordOptions recordOptions;
     int seconds = 0;
     CLI::App* monitors;
     CLI::App* windows;
     CLI::App* status;
     CLI::App* watch;
     CLI::App* overview;
+    CLI::App* record;
 };
 
 // The error that CLI11 found, as one line.

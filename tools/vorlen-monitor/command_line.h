@@ -41,9 +41,15 @@ struct OverviewOptions {
     std::vector<std::string> kitModels;
 };
 
+struct RecordOptions {
+    std::string file;
+    bool redact = false; // titles and the like are replaced by placeholders
+    std::vector<std::string> kitModels;
+};
+
 // What the user asked for: one alternative for each subcommand, and those of --help and --version.
 using Request = std::variant<Information, VersionOptions, MonitorsOptions, WindowsOptions,
-                             StatusOptions, WatchOptions, OverviewOptions>;
+                             StatusOptions, WatchOptions, OverviewOptions, RecordOptions>;
 
 // The arguments of this process in UTF-8, without the program's name. Throws a Failure when the
 // system cannot split the command line.

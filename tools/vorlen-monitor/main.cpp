@@ -1,8 +1,10 @@
+#include "snapshot/redaction.h"
 #include "tools/vorlen-monitor/command_line.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/output.h"
+#include "tools/vorlen-monitor/record_command.h"
 #include "tools/vorlen-monitor/status_command.h"
 #include "tools/vorlen-monitor/text.h"
 #include "tools/vorlen-monitor/version_command.h"
@@ -69,6 +71,16 @@ ExitCode carryOut(const OverviewOptions& options) {
                statusText(readStatus(service)) + "\nWindows\n" +
                windowsTable(readCapturableWindows(service), false);
     }));
+}
+
+ExitCode carryOut(const RecordOptions& options) {
+    addKitModels(options.kitModels);
+    snapshot::Reading reading = readLiveDesktop();
+    if (options.redact) {
+        snapshot::Redaction().redact(reading);
+    }
+    writeRecording(reading, options.file);
+    return print(recordingSummary(reading, options.file));
 }
 
 ExitCode run() {
