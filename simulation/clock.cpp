@@ -18,13 +18,13 @@ void Clock::advance(std::chrono::nanoseconds time) {
     now += ticks;
 }
 
-WINBOOL WINAPI Clock::queryCounter(LARGE_INTEGER* counter) {
+BOOL WINAPI Clock::queryCounter(LARGE_INTEGER* counter) {
     get().journal.enter("QueryPerformanceCounter");
     counter->QuadPart = get().now.count();
     return TRUE;
 }
 
-WINBOOL WINAPI Clock::queryFrequency(LARGE_INTEGER* frequency) {
+BOOL WINAPI Clock::queryFrequency(LARGE_INTEGER* frequency) {
     get().journal.enter("QueryPerformanceFrequency");
     frequency->QuadPart = Tick::period::den;
     return TRUE;

@@ -22,8 +22,8 @@ public:
 
 private:
     friend class Current<Clock>;
-    static WINBOOL WINAPI queryCounter(LARGE_INTEGER* counter);
-    static WINBOOL WINAPI queryFrequency(LARGE_INTEGER* frequency);
+    static BOOL WINAPI queryCounter(LARGE_INTEGER* counter);
+    static BOOL WINAPI queryFrequency(LARGE_INTEGER* frequency);
 
     Journal& journal;
     Tick now = std::chrono::hours(1);

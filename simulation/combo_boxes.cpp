@@ -12,7 +12,7 @@ ComboBoxes::ComboBoxes(Redirects& redirects, Journal& calls) : journal(calls) {
 }
 
 HWND ComboBoxes::add(const std::vector<std::wstring>& entries) {
-    const auto handle = reinterpret_cast<HWND>(0x20001 + all.size());
+    auto* const handle = reinterpret_cast<HWND>(0x20001 + all.size());
     all.push_back({handle, entries, false});
     return handle;
 }

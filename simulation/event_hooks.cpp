@@ -51,7 +51,7 @@ HWINEVENTHOOK WINAPI EventHooks::install(DWORD firstEvent, DWORD lastEvent, HMOD
     return handle;
 }
 
-WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
+BOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
     const bool fails = get().journal.enter("UnhookWinEvent").has_value();
     SetLastError(errorAfterRelease);
     auto& all = get().all;
@@ -74,7 +74,7 @@ WINBOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
 }
 
 // Counts the pinning instead of doing it: a pinned image would stay loaded in later tests.
-WINBOOL WINAPI EventHooks::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
+BOOL WINAPI EventHooks::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
     if ((flags & GET_MODULE_HANDLE_EX_FLAG_PIN) != 0) {
         ++get().imagePins;
         flags = (flags & ~DWORD{GET_MODULE_HANDLE_EX_FLAG_PIN}) |

@@ -56,8 +56,8 @@ private:
     static HWINEVENTHOOK WINAPI install(DWORD firstEvent, DWORD lastEvent, HMODULE library,
                                         WINEVENTPROC procedure, DWORD process, DWORD thread,
                                         DWORD flags);
-    static WINBOOL WINAPI release(HWINEVENTHOOK handle);
-    static WINBOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
+    static BOOL WINAPI release(HWINEVENTHOOK handle);
+    static BOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
 
     Journal& journal;
 };

@@ -1,5 +1,7 @@
 #include "simulation/import_redirect.h"
 
+#include "platform/text.h"
+#include "simulation/expect.h"
 #include "simulation/loaded_image.h"
 
 #include <stdexcept>
@@ -9,18 +11,20 @@ namespace simulation {
 namespace {
 
 std::string fileNameOf(HMODULE image) {
-    char path[MAX_PATH]{};
-    GetModuleFileNameA(image, path, MAX_PATH);
-    return path;
+    wchar_t path[MAX_PATH]{};
+    GetModuleFileNameW(image, path, MAX_PATH);
+    return vorlen::toUtf8Lossy(path);
 }
 
-void store(void** slot, void* function) {
+// Returns false when the import table cannot be made writable.
+bool store(void** slot, void* function) {
     DWORD protection = 0;
     if (VirtualProtect(slot, sizeof(*slot), PAGE_READWRITE, &protection) == FALSE) {
-        throw std::runtime_error("an import table cannot be made writable");
+        return false;
     }
     *slot = function;
     VirtualProtect(slot, sizeof(*slot), protection, &protection);
+    return true;
 }
 
 // Whether the slot is still part of the image. Tests unload the library under test.
@@ -54,7 +58,10 @@ ImportRedirect::ImportRedirect(HMODULE image, const std::string& function, void*
     }
     originalFunction = *slots.front();
     for (void** const slot : slots) {
-        store(slot, replacement);
+        if (!store(slot, replacement)) {
+            throw std::runtime_error("the import table of " + fileNameOf(image) +
+                                     " cannot be made writable");
+        }
     }
 }
 
@@ -62,7 +69,7 @@ ImportRedirect::~ImportRedirect() {
     for (void** const slot : slots) {
         // An image that was unloaded and loaded again at the same address has a new table.
         if (isMapped(slot, owner) && *slot == redirectedFunction) {
-            store(slot, originalFunction);
+            SIMULATION_EXPECT(store(slot, originalFunction), "an import table cannot be restored");
         }
     }
 }

@@ -28,7 +28,7 @@ const IMAGE_IMPORT_DESCRIPTOR* LoadedImage::firstDescriptor() const {
 
 std::vector<std::string> LoadedImage::importedLibraries() const {
     std::vector<std::string> libraries;
-    for (auto* descriptor = firstDescriptor(); descriptor->Name != 0; ++descriptor) {
+    for (const auto* descriptor = firstDescriptor(); descriptor->Name != 0; ++descriptor) {
         libraries.emplace_back(at<const char>(descriptor->Name));
     }
     return libraries;
@@ -36,7 +36,7 @@ std::vector<std::string> LoadedImage::importedLibraries() const {
 
 std::vector<Import> LoadedImage::imports() const {
     std::vector<Import> result;
-    for (auto* descriptor = firstDescriptor(); descriptor->Name != 0; ++descriptor) {
+    for (const auto* descriptor = firstDescriptor(); descriptor->Name != 0; ++descriptor) {
         // The loader overwrites only the addresses. The names stay in OriginalFirstThunk.
         const auto* name = at<IMAGE_THUNK_DATA64>(descriptor->OriginalFirstThunk);
         auto* slot = at<void*>(descriptor->FirstThunk);

@@ -32,7 +32,7 @@ const SimulatedMonitor* Monitors::find(HMONITOR handle) const {
 }
 
 // A planned failure changes only the result: the callback has been called before.
-WINBOOL WINAPI Monitors::enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
+BOOL WINAPI Monitors::enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
                                    LPARAM parameter) {
     const bool fails = get().journal.enter("EnumDisplayMonitors").has_value();
     SIMULATION_EXPECT(context == nullptr);
@@ -51,7 +51,7 @@ WINBOOL WINAPI Monitors::enumerate(HDC context, LPCRECT clip, MONITORENUMPROC ca
     return fails ? FALSE : TRUE;
 }
 
-WINBOOL WINAPI Monitors::getInformation(HMONITOR handle, LPMONITORINFO information) {
+BOOL WINAPI Monitors::getInformation(HMONITOR handle, LPMONITORINFO information) {
     const bool fails = get().journal.enter("GetMonitorInfoW").has_value();
     SIMULATION_EXPECT(information->cbSize == 104u);
     const SimulatedMonitor* const monitor = get().find(handle);
@@ -66,7 +66,7 @@ WINBOOL WINAPI Monitors::getInformation(HMONITOR handle, LPMONITORINFO informati
     return TRUE;
 }
 
-WINBOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode) {
+BOOL WINAPI Monitors::enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode) {
     const bool fails = get().journal.enter("EnumDisplaySettingsW").has_value();
     SIMULATION_EXPECT(modeNumber == ENUM_CURRENT_SETTINGS);
     SIMULATION_EXPECT(mode->dmSize == 220);

@@ -48,10 +48,10 @@ public:
 private:
     friend class Current<Monitors>;
     const SimulatedMonitor* find(HMONITOR handle) const;
-    static WINBOOL WINAPI enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
+    static BOOL WINAPI enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
                                     LPARAM parameter);
-    static WINBOOL WINAPI getInformation(HMONITOR handle, LPMONITORINFO information);
-    static WINBOOL WINAPI enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode);
+    static BOOL WINAPI getInformation(HMONITOR handle, LPMONITORINFO information);
+    static BOOL WINAPI enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode);
 
     Journal& journal;
     INT_PTR lastHandle = 0x10000;

@@ -73,7 +73,7 @@ SimulatedWindow* Windows::ask(HWND handle) {
 }
 
 // A planned failure changes only the result: the callback has been called before.
-WINBOOL WINAPI Windows::enumerate(WNDENUMPROC callback, LPARAM parameter) {
+BOOL WINAPI Windows::enumerate(WNDENUMPROC callback, LPARAM parameter) {
     const bool fails = get().journal.enter("EnumWindows").has_value();
     const std::vector<HWND> snapshot = get().order;
     for (const HWND handle : snapshot) {
@@ -145,20 +145,20 @@ HWND WINAPI Windows::getAncestor(HWND handle, UINT kind) {
     return window != nullptr ? window->root : nullptr;
 }
 
-WINBOOL WINAPI Windows::isWindow(HWND handle) {
+BOOL WINAPI Windows::isWindow(HWND handle) {
     const auto planned = get().journal.enter("IsWindow");
     const SimulatedWindow* const window = ask(handle);
     if (planned) {
-        return static_cast<WINBOOL>(*planned);
+        return static_cast<BOOL>(*planned);
     }
     return window != nullptr ? TRUE : FALSE;
 }
 
-WINBOOL WINAPI Windows::isVisible(HWND handle) {
+BOOL WINAPI Windows::isVisible(HWND handle) {
     const auto planned = get().journal.enter("IsWindowVisible");
     const SimulatedWindow* const window = ask(handle);
     if (planned) {
-        return static_cast<WINBOOL>(*planned);
+        return static_cast<BOOL>(*planned);
     }
     return window != nullptr && window->visible ? TRUE : FALSE;
 }

@@ -60,14 +60,14 @@ private:
     // of an invalid window handle and returns null.
     static SimulatedWindow* ask(HWND handle);
 
-    static WINBOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter);
+    static BOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter);
     static int WINAPI getTextLength(HWND handle);
     static int WINAPI getText(HWND handle, LPWSTR text, int units);
     static int WINAPI getClassName(HWND handle, LPWSTR text, int units);
     static LONG WINAPI getLong(HWND handle, int index);
     static HWND WINAPI getAncestor(HWND handle, UINT kind);
-    static WINBOOL WINAPI isWindow(HWND handle);
-    static WINBOOL WINAPI isVisible(HWND handle);
+    static BOOL WINAPI isWindow(HWND handle);
+    static BOOL WINAPI isVisible(HWND handle);
     static HWND WINAPI getShellWindow();
 
     Journal& journal;

@@ -53,8 +53,10 @@ private:
 };
 
 // COM objects are never deleted through their interface, which has no virtual destructor.
+#ifdef __GNUC__
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
 
 // An object with one interface.
 template <typename Interface>
@@ -75,6 +77,8 @@ public:
     ULONG STDMETHODCALLTYPE Release() override { return letGo(); }
 };
 
+#ifdef __GNUC__
 #pragma GCC diagnostic pop
+#endif
 
 } // namespace simulation

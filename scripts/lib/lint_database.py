@@ -14,9 +14,9 @@ import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = PROJECT / "build"
-# Left out: tests, benchmark and the simulation that they use, because checking the expanded macros
-# of GoogleTest takes longer than everything else.
-LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark", PROJECT / "simulation")
+# Left out: tests and benchmark, because checking the expanded macros of GoogleTest takes longer than
+# everything else.
+LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark")
 
 
 def is_own(source: pathlib.Path) -> bool:
