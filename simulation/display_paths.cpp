@@ -111,7 +111,9 @@ LONG DisplayPaths::nameTarget(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) const {
 }
 
 LONG WINAPI DisplayPaths::getDeviceInfo(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) {
-    get().requests.push_back({header->type, header->adapterId, header->id});
+    if (get().journal.isRecording()) {
+        get().requests.push_back({header->type, header->adapterId, header->id});
+    }
     if (const auto status = get().journal.enter("DisplayConfigGetDeviceInfo")) {
         return static_cast<LONG>(*status);
     }

@@ -54,7 +54,7 @@ public:
     LONG sizesStatus = ERROR_SUCCESS;
     LONG queryStatus = ERROR_SUCCESS;
 
-    // All requests for names so far.
+    // All requests for names while the journal recorded.
     std::vector<NameRequest> requests;
 
 private:

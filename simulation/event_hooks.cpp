@@ -70,6 +70,9 @@ BOOL WINAPI EventHooks::release(HWINEVENTHOOK handle) {
         return FALSE;
     }
     hook->released = true;
+    if (!get().journal.isRecording()) {
+        all.erase(hook);
+    }
     return TRUE;
 }
 

@@ -48,7 +48,7 @@ public:
     // The number of hooks, of any thread, that are not released.
     std::size_t installed() const;
 
-    // In the order of installation, released ones included.
+    // In the order of installation. Released ones stay, unless the journal has stopped recording.
     std::vector<SimulatedEventHook> all;
 
 private:

@@ -24,7 +24,9 @@ std::optional<std::int64_t> Journal::enter(const std::string& name) {
     std::optional<std::int64_t> status;
     {
         const std::lock_guard lock(mutex);
-        order.push_back(name);
+        if (recording) {
+            order.push_back(name);
+        }
         Calls& calls = expected[name];
         due = takeDue(calls);
         status = calls.alwaysStatus;
@@ -62,6 +64,16 @@ std::vector<std::string> Journal::calls(std::initializer_list<std::string> names
 void Journal::clear() {
     const std::lock_guard lock(mutex);
     order.clear();
+}
+
+void Journal::stopRecording() {
+    const std::lock_guard lock(mutex);
+    recording = false;
+}
+
+bool Journal::isRecording() const {
+    const std::lock_guard lock(mutex);
+    return recording;
 }
 
 void Journal::fail(const std::string& name, std::size_t n, std::int64_t status) {

@@ -34,6 +34,10 @@ public:
     // Removes the recorded calls and keeps the plans.
     void clear();
 
+    // Records no call from now on, for a desktop that is used without end. The plans stay.
+    void stopRecording();
+    bool isRecording() const;
+
     // Makes the n-th call from now fail. The status is the result of functions that return a
     // status or a number; functions with a BOOL result return FALSE.
     void fail(const std::string& name, std::size_t n = 1, std::int64_t status = 0);
@@ -62,6 +66,7 @@ private:
     std::deque<Plan> takeDue(Calls& calls);
 
     mutable vorlen::Mutex mutex;
+    bool recording = true;
     std::vector<std::string> order;
     std::map<std::string, Calls> expected;
 };

@@ -33,7 +33,7 @@ const SimulatedMonitor* Monitors::find(HMONITOR handle) const {
 
 // A planned failure changes only the result: the callback has been called before.
 BOOL WINAPI Monitors::enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
-                                   LPARAM parameter) {
+                                LPARAM parameter) {
     const bool fails = get().journal.enter("EnumDisplayMonitors").has_value();
     SIMULATION_EXPECT(context == nullptr);
     SIMULATION_EXPECT(clip == nullptr);

@@ -49,7 +49,7 @@ private:
     friend class Current<Monitors>;
     const SimulatedMonitor* find(HMONITOR handle) const;
     static BOOL WINAPI enumerate(HDC context, LPCRECT clip, MONITORENUMPROC callback,
-                                    LPARAM parameter);
+                                 LPARAM parameter);
     static BOOL WINAPI getInformation(HMONITOR handle, LPMONITORINFO information);
     static BOOL WINAPI enumerateSettings(LPCWSTR deviceName, DWORD modeNumber, DEVMODEW* mode);
 

@@ -42,14 +42,19 @@ Windows::Windows(Redirects& redirects, Journal& calls) : journal(calls) {
 }
 
 SimulatedWindow& Windows::add(const std::wstring& title, const std::wstring& className) {
-    SimulatedWindow& window = all.emplace_back();
-    window.handle = reinterpret_cast<HWND>(0x30000 + 2 * all.size());
+    SimulatedWindow window;
+    window.handle = reinterpret_cast<HWND>(0x30002 + 2 * all.size());
     window.title = title;
     window.className = className;
     window.root = window.handle;
-    byHandle.emplace(window.handle, &window);
-    order.push_back(window.handle);
-    return window;
+    return add(window);
+}
+
+SimulatedWindow& Windows::add(const SimulatedWindow& window) {
+    SimulatedWindow& added = all.emplace_back(window);
+    byHandle.emplace(added.handle, &added);
+    order.push_back(added.handle);
+    return added;
 }
 
 SimulatedWindow* Windows::find(HWND handle) {
@@ -97,7 +102,10 @@ int WINAPI Windows::getTextLength(HWND handle) {
     if (planned) {
         return static_cast<int>(*planned);
     }
-    return window != nullptr ? static_cast<int>(window->title.size()) : 0;
+    if (window == nullptr) {
+        return 0;
+    }
+    return window->titleLength.value_or(static_cast<int>(window->title.size()));
 }
 
 int WINAPI Windows::getText(HWND handle, LPWSTR text, int units) {
@@ -151,7 +159,7 @@ BOOL WINAPI Windows::isWindow(HWND handle) {
     if (planned) {
         return static_cast<BOOL>(*planned);
     }
-    return window != nullptr ? TRUE : FALSE;
+    return window != nullptr && window->exists ? TRUE : FALSE;
 }
 
 BOOL WINAPI Windows::isVisible(HWND handle) {

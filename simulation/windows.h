@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,8 +19,10 @@ namespace simulation {
 struct SimulatedWindow {
     HWND handle = nullptr;
     std::wstring title;
+    std::optional<int> titleLength; // of GetWindowTextLengthW; nothing: the length of the title
     std::wstring className;
-    bool alive = true; // when false, every call answers as for an invalid handle
+    bool alive = true;  // when false, every call answers as for an invalid handle
+    bool exists = true; // the result of IsWindow while it is alive
     bool visible = true;
     LONG style = WS_OVERLAPPEDWINDOW | WS_VISIBLE;
     LONG extendedStyle = WS_EX_APPWINDOW;
@@ -40,6 +43,10 @@ public:
     // Adds a window after the others. The reference is valid as long as this object.
     SimulatedWindow& add(const std::wstring& title,
                          const std::wstring& className = L"ApplicationWindow");
+
+    // The same with a window whose handle and root the caller has chosen. No other window has the
+    // handle.
+    SimulatedWindow& add(const SimulatedWindow& window);
 
     // The window with the handle, alive or not; null for any other handle.
     SimulatedWindow* find(HWND handle);

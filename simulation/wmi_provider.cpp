@@ -33,16 +33,22 @@ public:
             return *status;
         }
         if (wanted == L"InstanceName") {
-            provider.fill(value, instance.instanceName());
-        } else if (wanted == L"SerialNumberID") {
-            provider.fill(value, instance.serialNumberId());
-        } else {
-            return static_cast<HRESULT>(WBEM_E_NOT_FOUND);
+            return give(value, instance.instanceName, instance.instanceNameResult);
         }
-        return S_OK;
+        if (wanted == L"SerialNumberID") {
+            return give(value, instance.serialNumberId, instance.serialNumberIdResult);
+        }
+        return static_cast<HRESULT>(WBEM_E_NOT_FOUND);
     }
 
 private:
+    HRESULT give(VARIANT* value, const std::function<VARIANT()>& property, HRESULT result) {
+        if (SUCCEEDED(result)) {
+            provider.fill(value, property());
+        }
+        return result;
+    }
+
     WmiInstance instance;
 };
 

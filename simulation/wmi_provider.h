@@ -17,10 +17,13 @@ namespace simulation {
 
 class WmiObject;
 
-// One instance of WmiMonitorID. Each read of a property calls its function for a new value.
+// One instance of WmiMonitorID. Each read of a property calls its function for a new value, or
+// fails with the property's result.
 struct WmiInstance {
     std::function<VARIANT()> instanceName;
     std::function<VARIANT()> serialNumberId;
+    HRESULT instanceNameResult = S_OK;
+    HRESULT serialNumberIdResult = S_OK;
 };
 
 // The COM objects of WMI. Their calls are recorded in the journal by names such as

@@ -58,6 +58,18 @@ TEST(Journal, forgets_past_calls_and_keeps_plans_when_cleared) {
     EXPECT_TRUE(journal.enter("a").has_value());
 }
 
+TEST(Journal, keeps_plans_and_past_calls_when_it_stops_recording) {
+    Journal journal;
+    journal.enter("a");
+    journal.fail("a", 2, 87);
+    EXPECT_TRUE(journal.isRecording());
+    journal.stopRecording();
+    EXPECT_FALSE(journal.isRecording());
+    EXPECT_EQ(journal.enter("a"), std::nullopt);
+    EXPECT_EQ(journal.enter("a"), 87);
+    EXPECT_THAT(journal.calls(), ElementsAre("a"));
+}
+
 TEST(Journal, drops_plans_and_keeps_past_calls) {
     Journal journal;
     journal.fail("a");
