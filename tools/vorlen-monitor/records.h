@@ -23,6 +23,12 @@ std::vector<Record> readRecords(int (*getList)(Record*, std::int32_t)) {
     return records;
 }
 
+// The handle that has this number in a reading.
+template <typename Handle>
+Handle handleOf(std::uint64_t number) {
+    return reinterpret_cast<Handle>(std::uintptr_t{number});
+}
+
 // A handle as text, such as "0x10001".
 inline std::string hexadecimal(const void* handle) {
     std::array<char, 2 * sizeof handle> digits{};
