@@ -66,9 +66,12 @@ MonitorStatus readStatus(const Service& service) {
     return status;
 }
 
+std::string statusLine(std::int32_t code) {
+    return std::to_string(code) + " " + nameOf(code) + ": " + messageFor(StatusShortMessages, code);
+}
+
 std::string statusText(const MonitorStatus& status) {
-    std::string text = std::to_string(status.code) + " " + nameOf(status.code) + ": " +
-                       messageFor(StatusShortMessages, status.code) + "\n";
+    std::string text = statusLine(status.code) + "\n";
     if (const std::string advice = messageFor(StatusMessages, status.code); !advice.empty()) {
         text += advice + "\n";
     }

@@ -27,10 +27,13 @@ MonitorStatus readStatus(const Service& service);
 // loaded. Throws a Failure for a name that is empty or contains ';'.
 void addKitModels(const std::vector<std::string>& names);
 
-// The code with its name and short text, the advice for users, and the monitor as a table.
+// The code with its name and short text, without a line feed.
+std::string statusLine(std::int32_t code);
+
+// The same, the advice for users, and the monitor as a table.
 std::string statusText(const MonitorStatus& status);
 
-// The same as one object.
+// All of it as one object.
 nlohmann::ordered_json statusJson(const MonitorStatus& status);
 
 } // namespace vorlen::tool
