@@ -105,6 +105,24 @@ def test_every_file_that_a_page_names_exists(page):
         assert name.startswith("build/") or any(exists(root, name) for root in ROOTS), name
 
 
+def test_the_support_page_has_a_section_for_each_status_code_and_finding():
+    codes = (PROJECT / "include/vorlen/status.h").read_text(encoding="utf-8")
+    statuses = re.findall(r"^    X\((MONITOR_\w+), (\d+),", codes, re.MULTILINE)
+    table = (PROJECT / "tools/vorlen-monitor/doctor/findings.cpp").read_text(encoding="utf-8")
+    findings = re.findall(r'^    \{"([a-z0-9-]+)", \w+\},$', table, re.MULTILINE)
+    assert statuses and findings
+    page = (PROJECT / "docs/support.md").read_text(encoding="utf-8")
+    sections = re.findall(r"^### (.+)$", page, re.MULTILINE)
+    assert sections == [f"{value} {name}" for name, value in statuses] + findings
+
+
+def test_every_link_within_the_support_page_leads_to_a_section():
+    page = (PROJECT / "docs/support.md").read_text(encoding="utf-8")
+    links = re.findall(r"\]\(#([^)]+)\)", page)
+    assert links
+    assert set(links) <= set(re.findall(r"^### (.+)$", page, re.MULTILINE))
+
+
 def exists(root: pathlib.Path, name: str) -> bool:
     """A name without an ending stands for a header with its source."""
     return (root / name).exists() or any(root.glob(f"{name}.*"))
