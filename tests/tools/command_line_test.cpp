@@ -14,11 +14,11 @@ using testing::Not;
 #define COMMANDS "monitors, windows, status, watch, overview, record"
 
 std::string information(const std::vector<std::string>& arguments) {
-    return std::get<Information>(parseCommandLine(arguments)).text;
+    return std::get<Information>(parseCommandLine(arguments).request).text;
 }
 
 bool monitorsAsJson(const std::vector<std::string>& arguments) {
-    return std::get<MonitorsOptions>(parseCommandLine(arguments)).json;
+    return std::get<MonitorsOptions>(parseCommandLine(arguments).request).json;
 }
 
 // The message with which the arguments are refused; empty when they are not.
@@ -40,7 +40,7 @@ TEST(CommandLine, selects_a_table_or_json) {
 
 TEST(CommandLine, selects_events_only_for_a_watch) {
     const auto eventsOnly = [](const std::vector<std::string>& arguments) {
-        return std::get<WatchOptions>(parseCommandLine(arguments)).eventsOnly;
+        return std::get<WatchOptions>(parseCommandLine(arguments).request).eventsOnly;
     };
     EXPECT_FALSE(eventsOnly({"watch"}));
     EXPECT_TRUE(eventsOnly({"watch", "--events-only"}));
@@ -90,7 +90,29 @@ TEST(CommandLine, takes_one_argument_for_each_kit_model) {
 }
 
 TEST(CommandLine, asks_for_the_versions) {
-    EXPECT_TRUE(std::holds_alternative<VersionOptions>(parseCommandLine({"--version"})));
+    EXPECT_TRUE(std::holds_alternative<VersionOptions>(parseCommandLine({"--version"}).request));
+}
+
+TEST(CommandLine, replays_a_recording_when_it_is_in_front_of_the_request) {
+    const auto replay = [](const std::vector<std::string>& arguments) {
+        return parseCommandLine(arguments).replay;
+    };
+    EXPECT_EQ(replay({"monitors"}), std::nullopt);
+    EXPECT_EQ(replay({"--version"}), std::nullopt);
+    EXPECT_EQ(replay({"--replay", "a b.json", "monitors"}), "a b.json");
+    EXPECT_EQ(replay({"--replay=a.json", "monitors"}), "a.json");
+    EXPECT_EQ(replay({"--replay", "a.json", "--version"}), "a.json");
+    EXPECT_EQ(replay({"--version", "--replay", "a.json"}), "a.json");
+    EXPECT_EQ(replay({"--replay", "", "monitors"}), "");
+    EXPECT_THAT(information({"--help"}), ContainsRegex("\n  --replay FILE +Run the command on"));
+}
+
+TEST(CommandLine, refuses_a_replay_that_is_misplaced_or_names_no_file) {
+    EXPECT_EQ(refusal({"monitors", "--replay", "a.json"}),
+              "unknown option \"--replay\"; see vorlen-monitor monitors --help");
+    EXPECT_THAT(refusal({"--replay"}), HasSubstr("--replay"));
+    EXPECT_THAT(refusal({"--replay", "a.json", "--replay", "b.json", "monitors"}),
+                HasSubstr("--replay"));
 }
 
 TEST(CommandLine, refuses_a_missing_command) {

@@ -195,26 +195,33 @@ std::vector<std::string> commandLineArguments() {
     return arguments;
 }
 
-Request parseCommandLine(const std::vector<std::string>& arguments) {
+CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
     CLI::App app("Shows what the monitor library knows about the desktop.", program);
+    std::string file;
+    // In front of --version, which ends the evaluation of the options.
+    const CLI::Option* const replay =
+        app.add_option("--replay", file, "Run the command on the desktop of a recording")
+            ->type_name("FILE");
     app.set_version_flag("--version", "", "Print the versions of program and libraries and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line;\n"
+    app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line or "
+               "recording;\n"
                "3 libraries unusable; 4 output not written; 5 other error.");
     app.allow_windows_style_options(false);
     app.allow_extras();
     app.require_subcommand(0, 1);
 
     Commands commands(app);
-    if (auto request = parseWith(app, arguments)) {
-        return *std::move(request);
+    std::optional<Request> request = parseWith(app, arguments);
+    if (!request) {
+        refuseRest(app);
+        request = commands.chosen();
     }
-    refuseRest(app);
-    if (auto request = commands.chosen()) {
-        return *std::move(request);
+    if (!request) {
+        throw Failure(ExitCode::usage, "no command given; the commands are: " + commandNames(app) +
+                                           "; " + seeHelp(app));
     }
-    throw Failure(ExitCode::usage,
-                  "no command given; the commands are: " + commandNames(app) + "; " + seeHelp(app));
+    return {replay->empty() ? std::nullopt : std::optional(file), *std::move(request)};
 }
 
 } // namespace vorlen::tool

@@ -51,11 +51,16 @@ struct RecordOptions {
 using Request = std::variant<Information, VersionOptions, MonitorsOptions, WindowsOptions,
                              StatusOptions, WatchOptions, OverviewOptions, RecordOptions>;
 
+struct CommandLine {
+    std::optional<std::string> replay; // the file of a recording; nothing: this desktop
+    Request request;
+};
+
 // The arguments of this process in UTF-8, without the program's name. Throws a Failure when the
 // system cannot split the command line.
 std::vector<std::string> commandLineArguments();
 
-// Throws a Failure for arguments that are not understood.
-Request parseCommandLine(const std::vector<std::string>& arguments);
+// Throws a Failure for arguments that are not understood. Reads no file.
+CommandLine parseCommandLine(const std::vector<std::string>& arguments);
 
 } // namespace vorlen::tool

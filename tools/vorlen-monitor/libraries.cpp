@@ -1,8 +1,12 @@
 #include "tools/vorlen-monitor/libraries.h"
 
 #include "platform/text.h"
+#include "simulation/simulated_desktop.h"
 #include "tools/vorlen-monitor/failure.h"
+#include "tools/vorlen-monitor/replay.h"
 
+#include <set>
+#include <stdexcept>
 #include <utility>
 
 namespace vorlen::tool {
@@ -58,6 +62,21 @@ HMODULE load(const std::wstring& path) {
     return module;
 }
 
+std::unique_ptr<simulation::SimulatedDesktop> simulate(const snapshot::Reading& reading,
+                                                       const Library& module) {
+    // A module that Microsoft's compiler has built reads the time in the compiler's library.
+    const std::set<std::string> clock = {"QueryPerformanceCounter", "QueryPerformanceFrequency"};
+    try {
+        auto desktop = std::make_unique<simulation::SimulatedDesktop>(module.image(), clock);
+        replay(reading, *desktop);
+        return desktop;
+    } catch (const std::runtime_error& error) {
+        throw Failure(ExitCode::libraries,
+                      "cannot replay a recording: " + std::string(error.what()) +
+                          ": it is of another release" + remedy);
+    }
+}
+
 } // namespace
 
 Library::Library(std::wstring file) : path(std::move(file)), module(load(path)) {}
@@ -79,11 +98,12 @@ Library libraryBesideThisProgram(const std::wstring& name) {
     return Library(folderOfThisProgram() + name);
 }
 
-Service::Service()
+Service::Service(const snapshot::Reading* reading)
     : runtime(libraryBesideThisProgram(L"vorlen_runtime.dll")),
       initialize(runtime.function<decltype(::Vorlen_Initialize)>("Vorlen_Initialize")),
       shutdown(runtime.function<decltype(::Vorlen_Shutdown)>("Vorlen_Shutdown")),
-      module(libraryBesideThisProgram(L"libvorlen_monitor.dll")) {
+      module(libraryBesideThisProgram(L"libvorlen_monitor.dll")),
+      replayed(reading != nullptr ? simulate(*reading, module) : nullptr) {
     if (!initialize()) {
         throw Failure(ExitCode::libraries, "the service did not start: Vorlen_Initialize failed, "
                                            "for the reason that vorlen_runtime.dll gives above");

@@ -6,7 +6,16 @@
 #include <windows.h>
 
 #include <exception>
+#include <memory>
 #include <string>
+
+namespace simulation {
+class SimulatedDesktop;
+}
+
+namespace snapshot {
+struct Reading;
+}
 
 namespace vorlen::tool {
 
@@ -21,6 +30,8 @@ public:
 
     // The full path of the file that was loaded.
     const std::wstring& file() const { return path; }
+
+    HMODULE image() const { return module; }
 
     // The exported function. Throws a Failure when the library exports no function of that name.
     template <typename Function>
@@ -46,10 +57,13 @@ class Service {
     decltype(::Vorlen_Initialize)* initialize;
     decltype(::Vorlen_Shutdown)* shutdown;
     Library module;
+    std::unique_ptr<simulation::SimulatedDesktop> replayed; // null on the desktop of this session
 
 public:
-    // Throws a Failure when a library cannot be loaded or Vorlen_Initialize() fails.
-    Service();
+    // The module sees the desktop of the reading; with null, that of this session. Throws a Failure
+    // when a library cannot be loaded, the module cannot be given another desktop, or
+    // Vorlen_Initialize() fails.
+    explicit Service(const snapshot::Reading* reading);
     ~Service();
     Service(const Service&) = delete;
     Service& operator=(const Service&) = delete;
@@ -61,11 +75,12 @@ public:
     }
 };
 
-// Calls work(service) with a running service and returns the result. Exceptions of the libraries
-// are replaced by a Failure: their code is in the libraries, which are unloaded on return.
+// Calls work(service) with a running service, which sees the desktop of the reading (null: that of
+// this session), and returns the result. Exceptions of the libraries are replaced by a Failure:
+// their code is in the libraries, which are unloaded on return.
 template <typename Work>
-auto withService(Work work) {
-    const Service service;
+auto withService(const snapshot::Reading* reading, Work work) {
+    const Service service(reading);
     try {
         return work(service);
     } catch (const Failure&) {

@@ -1,3 +1,4 @@
+#include "simulation/expect.h"
 #include "snapshot/redaction.h"
 #include "tools/vorlen-monitor/command_line.h"
 #include "tools/vorlen-monitor/failure.h"
@@ -5,15 +6,19 @@
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/output.h"
 #include "tools/vorlen-monitor/record_command.h"
+#include "tools/vorlen-monitor/recording_file.h"
 #include "tools/vorlen-monitor/status_command.h"
 #include "tools/vorlen-monitor/text.h"
 #include "tools/vorlen-monitor/version_command.h"
 #include "tools/vorlen-monitor/watch_command.h"
 #include "tools/vorlen-monitor/windows_command.h"
 
+#include <windows.h>
+
 #include <nlohmann/json.hpp>
 
 #include <exception>
+#include <optional>
 #include <string>
 #include <variant>
 
@@ -26,11 +31,17 @@ ExitCode print(const std::string& text) {
     return ExitCode::success;
 }
 
-ExitCode carryOut(const Information& information) {
+// The functions carryOut() are given the reading whose desktop they show; null: that of this
+// session.
+
+ExitCode carryOut(const Information& information, const snapshot::Reading*) {
     return print(information.text);
 }
 
-ExitCode carryOut(const VersionOptions&) {
+ExitCode carryOut(const VersionOptions&, const snapshot::Reading* replayed) {
+    if (replayed != nullptr) {
+        return print(versionText(*replayed));
+    }
     const Versions versions = readVersions();
     if (const std::string warning = versionWarning(versions); !warning.empty()) {
         complain(warning);
@@ -38,44 +49,47 @@ ExitCode carryOut(const VersionOptions&) {
     return print(versionText(versions));
 }
 
-ExitCode carryOut(const MonitorsOptions& options) {
-    const auto monitors = withService(readMonitors);
+ExitCode carryOut(const MonitorsOptions& options, const snapshot::Reading* replayed) {
+    const auto monitors = withService(replayed, readMonitors);
     return print(options.json ? jsonText(monitorsJson(monitors)) : monitorsTable(monitors));
 }
 
-ExitCode carryOut(const WindowsOptions& options) {
-    const auto windows = withService(options.all ? readAllWindows : readCapturableWindows);
+ExitCode carryOut(const WindowsOptions& options, const snapshot::Reading* replayed) {
+    const auto windows = withService(replayed, [&](const Service& service) {
+        return options.all ? readAllWindows(service, replayed) : readCapturableWindows(service);
+    });
     return print(options.json ? jsonText(windowsJson(windows, options.all))
                               : windowsTable(windows, options.all));
 }
 
-ExitCode carryOut(const StatusOptions& options) {
+ExitCode carryOut(const StatusOptions& options, const snapshot::Reading* replayed) {
     addKitModels(options.kitModels);
-    const MonitorStatus status = withService(readStatus);
+    const MonitorStatus status = withService(replayed, readStatus);
     print(options.json ? jsonText(statusJson(status)) : statusText(status));
     return status.ok ? ExitCode::success : ExitCode::checkNotPassed;
 }
 
-ExitCode carryOut(const WatchOptions& options) {
-    withService([&](const Service& service) {
+ExitCode carryOut(const WatchOptions& options, const snapshot::Reading* replayed) {
+    withService(replayed, [&](const Service& service) {
         watch(service, options, Output());
         return 0;
     });
     return ExitCode::success;
 }
 
-ExitCode carryOut(const OverviewOptions& options) {
+ExitCode carryOut(const OverviewOptions& options, const snapshot::Reading* replayed) {
     addKitModels(options.kitModels);
-    return print(withService([](const Service& service) {
+    return print(withService(replayed, [](const Service& service) {
         return "Monitors\n" + monitorsTable(readMonitors(service)) + "\nStatus\n" +
                statusText(readStatus(service)) + "\nWindows\n" +
                windowsTable(readCapturableWindows(service), false);
     }));
 }
 
-ExitCode carryOut(const RecordOptions& options) {
+ExitCode carryOut(const RecordOptions& options, const snapshot::Reading* replayed) {
     addKitModels(options.kitModels);
-    snapshot::Reading reading = readLiveDesktop();
+    snapshot::Reading reading = replayed != nullptr ? *replayed : readLiveDesktop();
+    reading.process.kitModels = kitModels();
     if (options.redact) {
         snapshot::Redaction().redact(reading);
     }
@@ -83,10 +97,32 @@ ExitCode carryOut(const RecordOptions& options) {
     return print(recordingSummary(reading, options.file));
 }
 
+// The library made a call for which the simulated desktop has no answer, on any thread. None of its
+// code may run again, not even its cleanup.
+void endAtWrongCall(const std::string& line) {
+    complain("the replay cannot go on after an error of the library: " + line);
+    TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::internal));
+}
+
+// The reading to replay, with its kit models in place of those of this session; nothing when the
+// desktop of this session is shown.
+std::optional<snapshot::Reading> prepareReplay(const CommandLine& commandLine) {
+    if (!commandLine.replay || std::holds_alternative<Information>(commandLine.request)) {
+        return std::nullopt;
+    }
+    snapshot::Reading reading = readRecording(*commandLine.replay);
+    setKitModels(reading.process.kitModels);
+    simulation::setReporter(endAtWrongCall);
+    return reading;
+}
+
 ExitCode run() {
     try {
-        const Request request = parseCommandLine(commandLineArguments());
-        return std::visit([](const auto& options) { return carryOut(options); }, request);
+        const CommandLine commandLine = parseCommandLine(commandLineArguments());
+        const std::optional<snapshot::Reading> replayed = prepareReplay(commandLine);
+        return std::visit(
+            [&](const auto& options) { return carryOut(options, replayed ? &*replayed : nullptr); },
+            commandLine.request);
     } catch (const Failure& failure) {
         complain(failure.what());
         return failure.exitCode();

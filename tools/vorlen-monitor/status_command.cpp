@@ -32,11 +32,22 @@ std::string nameOf(std::int32_t code) {
 
 } // namespace
 
+std::wstring kitModels() {
+    return environmentText(kitModelsVariable);
+}
+
+void setKitModels(const std::wstring& models) {
+    if (SetEnvironmentVariableW(kitModelsVariable, models.c_str()) == FALSE) {
+        throw Failure(ExitCode::internal,
+                      "cannot set VORLEN_KIT_MODELS: " + systemError(GetLastError()));
+    }
+}
+
 void addKitModels(const std::vector<std::string>& names) {
     if (names.empty()) {
         return;
     }
-    std::wstring models = environmentText(kitModelsVariable);
+    std::wstring models = kitModels();
     for (const std::string& name : names) {
         if (name.empty() || name.find(';') != std::string::npos) {
             throw Failure(ExitCode::usage,
@@ -46,10 +57,7 @@ void addKitModels(const std::vector<std::string>& names) {
         }
         models += (models.empty() ? L"" : L";") + toUtf16Lossy(name);
     }
-    if (SetEnvironmentVariableW(kitModelsVariable, models.c_str()) == FALSE) {
-        throw Failure(ExitCode::internal,
-                      "cannot set VORLEN_KIT_MODELS: " + systemError(GetLastError()));
-    }
+    setKitModels(models);
 }
 
 MonitorStatus readStatus(const Service& service) {

@@ -23,6 +23,12 @@ struct MonitorStatus {
 // Runs the check and reads its outcome.
 MonitorStatus readStatus(const Service& service);
 
+// The value of VORLEN_KIT_MODELS of this process.
+std::wstring kitModels();
+
+// Replaces VORLEN_KIT_MODELS of this process. To be called before the libraries are loaded.
+void setKitModels(const std::wstring& models);
+
 // Adds the names to VORLEN_KIT_MODELS of this process. To be called before the libraries are
 // loaded. Throws a Failure for a name that is empty or contains ';'.
 void addKitModels(const std::vector<std::string>& names);

@@ -1,5 +1,7 @@
 #include "tools/vorlen-monitor/version_command.h"
 
+#include "platform/safe_text.h"
+#include "snapshot/reading.h"
 #include "tools/vorlen-monitor/libraries.h"
 
 #include <windows.h>
@@ -9,6 +11,8 @@
 namespace vorlen::tool {
 
 namespace {
+
+const std::string unknown = "unknown";
 
 // From the fixed part of the file's version resource.
 std::string versionOf(const std::wstring& file) {
@@ -20,11 +24,15 @@ std::string versionOf(const std::wstring& file) {
                             resource.data()) == FALSE ||
         VerQueryValueW(resource.data(), L"\\", reinterpret_cast<void**>(&info), &size) == FALSE ||
         size < sizeof(*info)) {
-        return "unknown";
+        return unknown;
     }
     return std::to_string(HIWORD(info->dwFileVersionMS)) + "." +
            std::to_string(LOWORD(info->dwFileVersionMS)) + "." +
            std::to_string(HIWORD(info->dwFileVersionLS));
+}
+
+std::string linesOfLibraries(const std::string& module, const std::string& runtime) {
+    return "\nlibvorlen_monitor.dll " + module + "\nvorlen_runtime.dll " + runtime + "\n";
 }
 
 } // namespace
@@ -37,8 +45,16 @@ Versions readVersions() {
 }
 
 std::string versionText(const Versions& versions) {
-    return "vorlen-monitor " + versions.command + "\nlibvorlen_monitor.dll " + versions.module +
-           "\nvorlen_runtime.dll " + versions.runtime + "\n";
+    return "vorlen-monitor " + versions.command +
+           linesOfLibraries(versions.module, versions.runtime);
+}
+
+std::string versionText(const snapshot::Reading& reading) {
+    const auto known = [](const std::string& version) {
+        return version.empty() ? unknown : spellControls(version);
+    };
+    return spellControls(reading.origin) + linesOfLibraries(known(reading.process.moduleVersion),
+                                                            known(reading.process.runtimeVersion));
 }
 
 std::string versionWarning(const Versions& versions) {

@@ -2,6 +2,10 @@
 
 #include <string>
 
+namespace snapshot {
+struct Reading;
+}
+
 namespace vorlen::tool {
 
 // The versions of program and libraries, such as "2.0.4"; "unknown" for a file that names none.
@@ -17,6 +21,10 @@ Versions readVersions();
 
 // One line for each.
 std::string versionText(const Versions& versions);
+
+// The same lines for the desktop of a reading. The first one is the reading's origin: the program
+// that made it, with its version.
+std::string versionText(const snapshot::Reading& reading);
 
 // What is wrong when they do not match; empty when they do.
 std::string versionWarning(const Versions& versions);

@@ -2,6 +2,7 @@
 
 #include "platform/for_each.h"
 #include "platform/text.h"
+#include "snapshot/reading.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/records.h"
 #include "tools/vorlen-monitor/table.h"
@@ -32,6 +33,23 @@ std::string classNameOf(HWND window) {
     return toUtf8Lossy({name.data(), static_cast<std::size_t>(length)});
 }
 
+std::vector<WindowRow> windowsOfThisSession() {
+    std::vector<WindowRow> rows;
+    forEachWindow([&](HWND window) {
+        rows.push_back({window, titleOf(window), classNameOf(window), std::nullopt});
+    });
+    return rows;
+}
+
+std::vector<WindowRow> windowsOf(const snapshot::Reading& reading) {
+    std::vector<WindowRow> rows;
+    for (const snapshot::Window& window : reading.windows) {
+        rows.push_back({handleOf<HWND>(window.handle), toUtf8Lossy(window.title),
+                        toUtf8Lossy(window.className), std::nullopt});
+    }
+    return rows;
+}
+
 } // namespace
 
 std::vector<WindowRow> readCapturableWindows(const Service& service) {
@@ -44,16 +62,16 @@ std::vector<WindowRow> readCapturableWindows(const Service& service) {
     return rows;
 }
 
-std::vector<WindowRow> readAllWindows(const Service& service) {
+std::vector<WindowRow> readAllWindows(const Service& service, const snapshot::Reading* reading) {
     auto* const getReasonNotCapturable =
         service.function<decltype(monitor_internal::getReasonNotCapturable)>(
             "getReasonNotCapturable");
-    std::vector<WindowRow> rows;
-    forEachWindow([&](HWND window) {
-        const char* const reason = getReasonNotCapturable(window);
-        rows.push_back({window, titleOf(window), classNameOf(window),
-                        reason != nullptr ? std::optional<std::string>(reason) : std::nullopt});
-    });
+    std::vector<WindowRow> rows = reading != nullptr ? windowsOf(*reading) : windowsOfThisSession();
+    for (WindowRow& row : rows) {
+        if (const char* const reason = getReasonNotCapturable(row.handle)) {
+            row.reason = reason;
+        }
+    }
     return rows;
 }
 

@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace snapshot {
+struct Reading;
+}
+
 namespace vorlen::tool {
 
 class Service;
@@ -21,8 +25,9 @@ struct WindowRow {
 // The capturable windows, in the order of the library's list.
 std::vector<WindowRow> readCapturableWindows(const Service& service);
 
-// Every top-level window of the desktop, in the system's order, with the library's reason.
-std::vector<WindowRow> readAllWindows(const Service& service);
+// Every top-level window of the reading (null: of the desktop of this session), in the system's
+// order, with the reason of the library, which sees the same desktop.
+std::vector<WindowRow> readAllWindows(const Service& service, const snapshot::Reading* reading);
 
 // A table with a line for each window; withReasons adds a column with the reason.
 std::string windowsTable(const std::vector<WindowRow>& windows, bool withReasons);
