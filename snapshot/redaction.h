@@ -22,10 +22,12 @@ public:
     std::wstring title(const std::wstring& text);
     std::wstring serialNumber(const std::wstring& text);
 
+    // Another text of that desktop, with a placeholder for the user's name.
+    std::wstring withoutUser(const std::wstring& text);
+
 private:
     void replaceTitle(Window& window);
     void replaceInstance(std::wstring& text, wchar_t separator, wchar_t terminator);
-    std::wstring withoutUser(const std::wstring& text);
     std::wstring placeholder(const std::wstring& kind, const std::wstring& text);
 
     std::wstring userName; // of the desktop that was redacted last

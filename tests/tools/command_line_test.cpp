@@ -11,7 +11,7 @@ using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
-#define COMMANDS "monitors, windows, status, watch, overview, record"
+#define COMMANDS "monitors, windows, status, watch, overview, doctor, record"
 
 std::string information(const std::vector<std::string>& arguments) {
     return std::get<Information>(parseCommandLine(arguments).request).text;
@@ -58,7 +58,7 @@ TEST(CommandLine, shows_the_help_of_the_program_or_a_command) {
 }
 
 TEST(CommandLine, offers_kit_models_where_they_are_used) {
-    for (const char* const command : {"status", "overview", "record"}) {
+    for (const char* const command : {"status", "overview", "doctor", "record"}) {
         EXPECT_THAT(information({command, "--help"}),
                     ContainsRegex("\n  --kit-model NAME +The name of another kit model "
                                   "\\(repeatable\\)\n"));
@@ -68,9 +68,19 @@ TEST(CommandLine, offers_kit_models_where_they_are_used) {
     }
 }
 
+TEST(CommandLine, selects_text_or_json_and_redaction_for_the_doctor) {
+    const auto doctor = [](const std::vector<std::string>& arguments) {
+        return std::get<DoctorOptions>(parseCommandLine(arguments).request);
+    };
+    EXPECT_FALSE(doctor({"doctor"}).json || doctor({"doctor"}).redact);
+    EXPECT_TRUE(doctor({"doctor", "--json"}).json);
+    EXPECT_TRUE(doctor({"doctor", "--redact"}).redact);
+    EXPECT_EQ(doctor({"doctor", "--kit-model", "ONE"}).kitModels, std::vector<std::string>{"ONE"});
+}
+
 TEST(CommandLine, takes_the_file_of_a_recording) {
     const auto record = [](const std::vector<std::string>& arguments) {
-        return std::get<RecordOptions>(parseCommandLine(arguments));
+        return std::get<RecordOptions>(parseCommandLine(arguments).request);
     };
     EXPECT_EQ(record({"record", "é.json"}).file, "é.json");
     EXPECT_FALSE(record({"record", "a.json"}).redact);

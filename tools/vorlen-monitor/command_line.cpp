@@ -70,6 +70,7 @@ public:
           status(app.add_subcommand("status", "Check how the kit monitor is set up")),
           watch(app.add_subcommand("watch", "Print changes of the monitors and windows")),
           overview(app.add_subcommand("overview", "Show monitors, status and windows")),
+          doctor(app.add_subcommand("doctor", "Explain what prevents a 3-D picture")),
           record(app.add_subcommand("record", "Save what Windows reports about the desktop")) {
         addFlag(monitors, "--json", "Print a JSON array instead of a table", monitorsOptions.json);
         addFlag(windows, "--json", "Print a JSON array instead of a table", windowsOptions.json);
@@ -87,6 +88,11 @@ public:
                       "read again,\nand marked: (unreported) at the end of the line, or "
                       "\"unreported\":true in JSON.");
         addKitModel(overview, overviewOptions.kitModels);
+        addFlag(doctor, "--json", "Print a JSON object instead of text", doctorOptions.json);
+        addFlag(doctor, "--redact",
+                "Replace titles, serial numbers and the user's name by placeholders",
+                doctorOptions.redact);
+        addKitModel(doctor, doctorOptions.kitModels);
         record->add_option("FILE", recordOptions.file, "The file to write, in JSON")
             ->required()
             ->type_name("");
@@ -112,6 +118,9 @@ public:
                 watchOptions.duration = std::chrono::seconds(seconds);
             }
             return watchOptions;
+        }
+        if (doctor->parsed()) {
+            return doctorOptions;
         }
         if (record->parsed()) {
             return recordOptions;
@@ -139,6 +148,7 @@ private:
     StatusOptions statusOptions;
     WatchOptions watchOptions;
     OverviewOptions overviewOptions;
+    DoctorOptions doctorOptions;
     RecordOptions recordOptions;
     int seconds = 0;
     CLI::App* monitors;
@@ -146,6 +156,7 @@ private:
     CLI::App* status;
     CLI::App* watch;
     CLI::App* overview;
+    CLI::App* doctor;
     CLI::App* record;
 };
 
@@ -204,9 +215,9 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
             ->type_name("FILE");
     app.set_version_flag("--version", "", "Print the versions of program and libraries and exit");
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.footer("Exit status: 0 success; 1 the status check was not passed; 2 wrong command line or "
-               "recording;\n"
-               "3 libraries unusable; 4 output not written; 5 other error.");
+    app.footer("Exit status: 0 success; 1 the status check was not passed, or the doctor found an\n"
+               "error; 2 wrong command line or recording; 3 libraries unusable; 4 output not\n"
+               "written; 5 other error.");
     app.allow_windows_style_options(false);
     app.allow_extras();
     app.require_subcommand(0, 1);

@@ -41,6 +41,12 @@ struct OverviewOptions {
     std::vector<std::string> kitModels;
 };
 
+struct DoctorOptions {
+    bool json = false;
+    bool redact = false; // titles and the like are replaced by placeholders
+    std::vector<std::string> kitModels;
+};
+
 struct RecordOptions {
     std::string file;
     bool redact = false; // titles and the like are replaced by placeholders
@@ -48,8 +54,9 @@ struct RecordOptions {
 };
 
 // What the user asked for: one alternative for each subcommand, and those of --help and --version.
-using Request = std::variant<Information, VersionOptions, MonitorsOptions, WindowsOptions,
-                             StatusOptions, WatchOptions, OverviewOptions, RecordOptions>;
+using Request =
+    std::variant<Information, VersionOptions, MonitorsOptions, WindowsOptions, StatusOptions,
+                 WatchOptions, OverviewOptions, DoctorOptions, RecordOptions>;
 
 struct CommandLine {
     std::optional<std::string> replay; // the file of a recording; nothing: this desktop

@@ -1,6 +1,9 @@
 #include "simulation/expect.h"
 #include "snapshot/redaction.h"
 #include "tools/vorlen-monitor/command_line.h"
+#include "tools/vorlen-monitor/doctor/doctor_command.h"
+#include "tools/vorlen-monitor/doctor/findings.h"
+#include "tools/vorlen-monitor/doctor/report.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/monitors_command.h"
@@ -20,7 +23,9 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
+#include <vector>
 
 namespace vorlen::tool {
 
@@ -84,6 +89,21 @@ ExitCode carryOut(const OverviewOptions& options, const snapshot::Reading* repla
                statusText(readStatus(service)) + "\nWindows\n" +
                windowsTable(readCapturableWindows(service), false);
     }));
+}
+
+ExitCode carryOut(const DoctorOptions& options, const snapshot::Reading* replayed) {
+    addKitModels(options.kitModels);
+    // In this order, a window that is opened between both is not missing in the library's list.
+    snapshot::Reading reading = replayed != nullptr ? *replayed : readLiveDesktop();
+    Examination examination = withService(
+        replayed, [&](const Service& service) { return askLibrary(service, std::move(reading)); });
+    if (options.redact) {
+        redact(examination);
+    }
+    const std::vector<Finding> findings = examine(examination);
+    print(options.json ? jsonText(doctorJson(examination.status, findings))
+                       : doctorText(examination.status, findings));
+    return prevents3d(findings) ? ExitCode::checkNotPassed : ExitCode::success;
 }
 
 ExitCode carryOut(const RecordOptions& options, const snapshot::Reading* replayed) {

@@ -23,7 +23,8 @@ struct MonitorStatus {
 // Runs the check and reads its outcome.
 MonitorStatus readStatus(const Service& service);
 
-// The value of VORLEN_KIT_MODELS of this process.
+// The value of VORLEN_KIT_MODELS of this process: the kit models for the runtime, which ';'
+// separates.
 std::wstring kitModels();
 
 // Replaces VORLEN_KIT_MODELS of this process. To be called before the libraries are loaded.

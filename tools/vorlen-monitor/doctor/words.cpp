@@ -120,8 +120,9 @@ std::string displayStatusText(std::int32_t status) {
 std::string resultText(std::int32_t result) {
     const auto bits = static_cast<std::uint32_t>(result);
     std::array<char, 8> digits{};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), bits, 16).ptr;
-    return withName("0x" + std::string(digits.data(), end), nameIn(results, bits));
+    const std::to_chars_result written =
+        std::to_chars(digits.data(), digits.data() + digits.size(), bits, 16);
+    return withName("0x" + std::string(digits.data(), written.ptr), nameIn(results, bits));
 }
 
 std::string connectionText(std::uint32_t outputTechnology) {
