@@ -4,6 +4,7 @@ import ctypes
 import hashlib
 import importlib.util
 import json
+import os
 import pathlib
 import re
 import shlex
@@ -344,8 +345,13 @@ def node_packages(source) -> pathlib.Path:
         kept.mkdir(parents=True)
         for name in ("package.json", "package-lock.json"):
             shutil.copy(source / name, kept)
-        # The packages are for Windows; nothing of them is run while they are installed.
-        run("npm", "ci", "--force", "--ignore-scripts", "--no-audit", "--no-fund", cwd=kept)
+        # The packages are for Windows; nothing of them is run while they are installed. By default,
+        # npm does not use the certificates of the system.
+        run(
+            *("npm", "ci", "--force", "--ignore-scripts", "--no-audit", "--no-fund"),
+            cwd=kept,
+            env={**os.environ, "NODE_EXTRA_CA_CERTS": "/etc/ssl/certs/ca-certificates.crt"},
+        )
         (kept / "installed").touch()
     return kept / "node_modules"
 
