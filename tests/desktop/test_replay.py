@@ -11,6 +11,7 @@ from contextlib import closing
 import pytest
 
 from desktop import BUILD, PROGRAMS, Desktop
+from recordings import read_recording
 from running_host import RunningHost
 from window_maker import CLASS_NAME, WS_DISABLED, WS_POPUP, WindowMaker
 
@@ -133,6 +134,18 @@ def test_the_versions_are_those_of_the_recording(recorded, by_hand):
     done = recorded.desktop.run(COMMAND, "--replay", str(by_hand), "--version")
     assert (done.returncode, done.stderr) == (0, "")
     assert done.stdout == "by hand\nlibvorlen_monitor.dll 1.2.3\nvorlen_runtime.dll 4.5.6\n"
+
+
+def test_a_recording_of_a_recording_is_the_same(recorded, tmp_path):
+    copy = tmp_path / "copy.json"
+    assert recorded.replay("record", str(copy)).returncode == 0
+    assert copy.read_bytes() == recorded.file.read_bytes()
+
+    assert recorded.replay("record", str(copy), "--kit-model", "ONE").returncode == 0
+    assert read_recording(copy)["process"]["kitModels"] == "Display1;ONE"
+
+    assert recorded.replay("record", str(copy), "--redact").returncode == 0
+    assert "capturable" not in copy.read_text()
 
 
 def test_a_file_that_is_no_recording_is_refused_in_one_line(recorded, tmp_path):

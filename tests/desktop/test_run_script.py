@@ -42,7 +42,7 @@ def test_without_arguments_it_shows_a_kit_monitor_that_passes_and_two_windows(ma
         ["Demonstration", "A document"],
         ["Demonstration", "A picture"],
     ]
-    assert "./run watch " in shown.stderr
+    assert "./run doctor " in shown.stderr
 
 
 def test_without_arguments_it_shows_the_desktop_of_the_user_as_it_is(marked, desktop):
