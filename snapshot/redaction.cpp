@@ -15,7 +15,7 @@ namespace snapshot {
 namespace {
 
 // Calls visit(text) for each text of the system in a record and in the records in it. The name of a
-// WMI property is none of them: it belongs to the class.
+// WMI property is not one of them: it belongs to the class.
 template <typename Value, typename Visit>
 void forEachText(Value& value, const Visit& visit) {
     if constexpr (std::is_same_v<Value, std::wstring>) {

@@ -25,6 +25,8 @@ REQUESTS = [
     ("status", "--json"),
     ("status", "--kit-model", "Display2"),
     ("overview",),
+    ("doctor",),
+    ("doctor", "--json", "--redact"),
     ("watch", "--seconds", "1"),
     ("watch", "--seconds", "1", "--json"),
     ("--version",),

@@ -1,6 +1,7 @@
 #include "tests/tools/doctor/doctor_test.h"
 
 #include "tools/vorlen-monitor/doctor/findings.h"
+#include "tools/vorlen-monitor/doctor/report.h"
 #include "vorlen/status.h"
 
 #include <windows.h>
@@ -70,18 +71,6 @@ void connect(snapshot::DisplayConfiguration& configuration, const snapshot::Moni
     target.activeWidth = width;
     target.activeHeight = height;
     configuration.modes.push_back(target);
-}
-
-const char* nameOf(Severity severity) {
-    switch (severity) {
-    case Severity::error:
-        return "error";
-    case Severity::warning:
-        return "warning";
-    case Severity::note:
-        break;
-    }
-    return "note";
 }
 
 } // namespace

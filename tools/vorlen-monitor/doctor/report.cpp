@@ -14,18 +14,6 @@ namespace {
 
 constexpr std::size_t lineLength = 100; // characters
 
-const char* nameOf(Severity severity) {
-    switch (severity) {
-    case Severity::error:
-        return "error";
-    case Severity::warning:
-        return "warning";
-    case Severity::note:
-        break;
-    }
-    return "note";
-}
-
 // The head and the text, broken between words. Every further line is indented by the head's
 // length. A word that does not fit into a line stays whole.
 std::string paragraph(const std::string& head, std::string_view text) {
@@ -54,6 +42,18 @@ std::string findingText(std::size_t number, const Finding& finding) {
 }
 
 } // namespace
+
+const char* nameOf(Severity severity) {
+    switch (severity) {
+    case Severity::error:
+        return "error";
+    case Severity::warning:
+        return "warning";
+    case Severity::note:
+        break;
+    }
+    return "note";
+}
 
 std::string doctorText(const MonitorStatus& status, const std::vector<Finding>& findings) {
     std::string text = statusLine(status.code) + "\n";

@@ -10,6 +10,9 @@
 
 namespace vorlen::tool {
 
+// As the doctor shows it, such as "error".
+const char* nameOf(Severity severity);
+
 // The outcome of the check as one line, then the findings, numbered, in lines of at most 100
 // characters.
 std::string doctorText(const MonitorStatus& status, const std::vector<Finding>& findings);
