@@ -190,6 +190,12 @@ TEST(ReadDesktop, can_be_recorded) {
     EXPECT_EQ(toRecording(snapshot::fromRecording(toRecording(reading))), toRecording(reading));
 }
 
+template <HRESULT result>
+HRESULT WINAPI failSecurity(PSECURITY_DESCRIPTOR, LONG, SOLE_AUTHENTICATION_SERVICE*, void*, DWORD,
+                            DWORD, void*, DWORD, void*) {
+    return result;
+}
+
 class ReadDesktopWithWmi : public testing::Test {
 protected:
     Journal journal;
@@ -229,6 +235,37 @@ TEST_F(ReadDesktopWithWmi, makes_no_step_after_a_failed_one) {
         EXPECT_EQ(wmi.steps.back().result, static_cast<HRESULT>(WBEM_E_ACCESS_DENIED));
         EXPECT_THAT(provider.outstanding(), IsEmpty());
     }
+}
+
+TEST_F(ReadDesktopWithWmi, ends_where_com_fails) {
+    const Replaced call(
+        "CoSetProxyBlanket",
+        +[](IUnknown*, DWORD, DWORD, OLECHAR*, DWORD, DWORD, void*, DWORD) -> HRESULT {
+            return E_ACCESSDENIED;
+        });
+    EXPECT_EQ(read().wmi.steps.back().name, "CoSetProxyBlanket");
+    const Replaced noLocator(
+        "CoCreateInstance", +[](REFCLSID, IUnknown*, DWORD, REFIID, void**) -> HRESULT {
+            return S_OK; // without an object
+        });
+    EXPECT_EQ(read().wmi.steps.back().name, "CoCreateInstance");
+    const Replaced noSecurity("CoInitializeSecurity", failSecurity<E_OUTOFMEMORY>);
+    EXPECT_EQ(read().wmi.steps.back().name, "CoInitializeSecurity");
+    const Replaced noApartment(
+        "CoInitializeEx", +[](void*, DWORD) -> HRESULT { return E_UNEXPECTED; });
+    const snapshot::Wmi wmi = read().wmi;
+    ASSERT_EQ(wmi.steps.size(), 1u);
+    EXPECT_EQ(wmi.steps[0].name, "CoInitializeEx");
+    EXPECT_EQ(wmi.steps[0].result, E_UNEXPECTED);
+}
+
+// In the command, the library may have set it before.
+TEST_F(ReadDesktopWithWmi, goes_on_when_security_was_set_before) {
+    const Replaced call("CoInitializeSecurity", failSecurity<RPC_E_TOO_LATE>);
+    const LocatorInFront inFront(provider);
+    const snapshot::Wmi wmi = read().wmi;
+    EXPECT_EQ(wmi.steps.at(1).result, RPC_E_TOO_LATE);
+    EXPECT_EQ(wmi.steps.back().name, "IEnumWbemClassObject::Next");
 }
 
 TEST_F(ReadDesktopWithWmi, may_be_called_in_any_apartment) {
