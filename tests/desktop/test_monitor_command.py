@@ -198,7 +198,7 @@ def test_versions_that_differ_are_a_warning(outputs, folder):
 
 
 COMMANDS = (
-    "the commands are: monitors, windows, status, watch, overview, record; "
+    "the commands are: monitors, windows, status, watch, overview, doctor, record; "
     "see vorlen-monitor --help"
 )
 
