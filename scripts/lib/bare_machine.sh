@@ -60,10 +60,12 @@ make_system() {
 }
 
 # Gives apt the sources, the keys and the download settings of this machine. Other settings may
-# call programs that a bare machine does not have.
+# call programs that a bare machine does not have. The certificates that were added to this machine
+# are needed a second time: when ca-certificates is installed, it writes the list of all again.
 set_up_network() {
     local file
-    for file in /etc/hosts /etc/resolv.conf /etc/ssl/certs/ca-certificates.crt; do
+    for file in /etc/hosts /etc/resolv.conf /etc/ssl/certs/ca-certificates.crt \
+        /usr/local/share/ca-certificates/*.crt; do
         [[ ! -e $file ]] || install -D --mode 644 "$file" "$system$file"
     done
     cp --archive /etc/apt /usr/share/keyrings "$folder/"
