@@ -192,14 +192,22 @@ Json parse(std::string_view text) {
     }
 }
 
+// The field of this name, or null. A reference: the copy of a deeply nested value would overflow
+// the stack.
+const Json& fieldIn(const Json& document, const char* name) {
+    static const Json none;
+    const auto found = document.find(name);
+    return found != document.end() ? *found : none;
+}
+
 // Refuses what is not a recording of this version, and removes what is not a part of the reading.
 void openEnvelope(Json& document) {
-    if (!document.is_object() || document.value("format", Json()) != recording::format) {
+    if (fieldIn(document, "format") != recording::format) {
         throw RecordingError(std::string("the text is not a recording: it has no field \"format\" "
                                          "that says \"") +
                              recording::format + "\"");
     }
-    const Json version = document.value("version", Json());
+    const Json& version = fieldIn(document, "version");
     if (version.is_number_unsigned() &&
         std::cmp_greater(version.get<std::uint64_t>(), recording::version)) {
         throw RecordingError("made by a newer vorlen-monitor (recording version " + version.dump() +

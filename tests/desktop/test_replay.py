@@ -153,7 +153,9 @@ def test_a_recording_of_a_recording_is_the_same(recorded, tmp_path):
 def test_a_file_that_is_no_recording_is_refused_in_one_line(recorded, tmp_path):
     missing, truncated = tmp_path / "missing.json", tmp_path / "truncated.json"
     truncated.write_bytes(recorded.file.read_bytes()[:1000])
-    for file in (missing, tmp_path, truncated):
+    nested = tmp_path / "nested.json"
+    nested.write_text('{"format": ' + "[" * 100_000 + "]" * 100_000 + "}", encoding="utf-8")
+    for file in (missing, tmp_path, truncated, nested):
         message = refusal(recorded.desktop, COMMAND, "--replay", str(file), "monitors", code=2)
         assert message.startswith(f'cannot replay "{file}": ')
 

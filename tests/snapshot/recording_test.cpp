@@ -295,6 +295,10 @@ TEST(Recording, is_refused_when_it_is_nested_without_end) {
     EXPECT_THAT(refusal(opened), HasSubstr("was cut off"));
     EXPECT_EQ(refusal(recordingWith("\"windows\": " + opened + closed)),
               "windows[0] is not an object");
+    EXPECT_THAT(refusal(R"({"format": )" + opened + closed + "}"), HasSubstr("is not a recording"));
+    EXPECT_EQ(
+        refusal(R"({"format": "vorlen-monitor recording", "version": )" + opened + closed + "}"),
+        "version is not 1");
 }
 
 } // namespace
