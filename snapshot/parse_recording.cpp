@@ -182,9 +182,30 @@ std::string whyNotJson(std::string_view text, std::size_t byte) {
     return "the text is not JSON: line " + std::to_string(line) + " has an error";
 }
 
+// For the parser, which would keep the last of two fields with one name.
+class SingleFields {
+public:
+    bool operator()(int, Json::parse_event_t event, const Json& parsed) {
+        if (event == Json::parse_event_t::object_start) {
+            names.emplace_back();
+        } else if (event == Json::parse_event_t::object_end) {
+            names.pop_back();
+        } else if (event == Json::parse_event_t::key) {
+            const auto& name = parsed.get_ref<const std::string&>();
+            if (!names.back().insert(name).second) {
+                throw RecordingError("the field \"" + name + "\" occurs twice");
+            }
+        }
+        return true;
+    }
+
+private:
+    std::vector<std::set<std::string>> names; // of the objects that the parser is in
+};
+
 Json parse(std::string_view text) {
     try {
-        return Json::parse(text);
+        return Json::parse(text, SingleFields());
     } catch (const Json::parse_error& error) {
         throw RecordingError(whyNotJson(text, error.byte));
     } catch (const Json::out_of_range&) {

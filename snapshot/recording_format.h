@@ -5,7 +5,7 @@
 // What the writer and the reader of recordings share.
 namespace snapshot::recording {
 
-using Json = nlohmann::ordered_json;
+using Json = nlohmann::json;
 
 // The first two fields of every recording.
 constexpr const char* format = "vorlen-monitor recording";

@@ -242,6 +242,25 @@ TEST(Recording, is_refused_for_a_number_without_sense) {
     }
 }
 
+TEST(Recording, is_refused_when_a_field_occurs_twice) {
+    for (const auto& [fields, name] :
+         std::vector<Refused>{{R"("windows": [], "windows": [])", "windows"},
+                              {R"("version": 1)", "version"},
+                              {R"("process": {"userName": "a", "userName": "a"})", "userName"}}) {
+        EXPECT_EQ(refusal(recordingWith(fields)), "the field \"" + name + "\" occurs twice");
+    }
+    EXPECT_EQ(refusal(recordingWith(R"("windows": [{"handle": "0x1"}, {"handle": "0x2"}])")), "");
+}
+
+// In a time that grows with the size of the text, not with its square.
+TEST(Recording, is_refused_when_it_has_very_many_fields) {
+    std::string fields;
+    for (int i = 0; i < 300'000; ++i) {
+        fields += (i == 0 ? "\"f" : ", \"f") + std::to_string(i) + "\": 0";
+    }
+    EXPECT_EQ(refusal(recordingWith(fields)), "f0 is not a field of a recording");
+}
+
 TEST(Recording, is_refused_when_two_windows_have_one_handle) {
     for (const std::string list : {"windows", "monitors"}) {
         const auto with = [&](const std::string& entries) {
