@@ -23,6 +23,10 @@ using recording::Json;
 
 // More than any desktop has: a longer list is a mistake.
 constexpr std::size_t mostEntries = 100'000;
+// Of monitors and of paths, which a replay compares with each other.
+constexpr std::size_t mostOutputs = 1'000;
+
+constexpr std::size_t longestName = 80; // of a field in a message, in bytes
 
 // The steps of readWmi().
 constexpr std::array<std::string_view, 7> wmiSteps{"CoInitializeEx",
@@ -38,8 +42,18 @@ constexpr std::array<std::string_view, 7> wmiSteps{"CoInitializeEx",
     throw RecordingError(path + " " + problem);
 }
 
+std::string shortened(const std::string& name) {
+    return name.size() > longestName ? name.substr(0, longestName) + "..." : name;
+}
+
 std::string entryOf(const std::string& list, std::size_t index) {
     return list + "[" + std::to_string(index) + "]";
+}
+
+void expectAtMost(std::size_t most, std::size_t size, const std::string& list) {
+    if (size > most) {
+        refuse(list, "has " + std::to_string(size) + " entries, more than " + std::to_string(most));
+    }
 }
 
 std::string fieldOf(const std::string& record, const std::string& name) {
@@ -77,7 +91,7 @@ private:
             forEachField<Record>(
                 [&](const auto& field) { known = known || field.name == item.key(); });
             if (!known) {
-                refuse(fieldOf(path, item.key()), "is not a field of a recording");
+                refuse(fieldOf(path, shortened(item.key())), "is not a field of a recording");
             }
         }
     }
@@ -87,10 +101,7 @@ private:
         if (!json.is_array()) {
             refuse(path, "is not a list");
         }
-        if (json.size() > mostEntries) {
-            refuse(path, "has " + std::to_string(json.size()) + " entries, more than " +
-                             std::to_string(mostEntries));
-        }
+        expectAtMost(mostEntries, json.size(), path);
         elements.reserve(json.size());
         for (const Json& element : json) {
             const std::string elementPath = entryOf(path, elements.size());
@@ -193,7 +204,7 @@ public:
         } else if (event == Json::parse_event_t::key) {
             const auto& name = parsed.get_ref<const std::string&>();
             if (!names.back().insert(name).second) {
-                throw RecordingError("the field \"" + name + "\" occurs twice");
+                throw RecordingError("the field \"" + shortened(name) + "\" occurs twice");
             }
         }
         return true;
@@ -256,10 +267,10 @@ void expectOwnHandles(const std::vector<Record>& records, const std::string& lis
 }
 
 template <typename Record>
-void expectAnnounced(const std::vector<Record>& records, std::uint32_t announced,
+void expectAnnounced(const std::vector<Record>& records, std::uint32_t announced, std::size_t most,
                      const std::string& list, const std::string& number) {
-    if (announced > mostEntries) {
-        refuse("displayConfiguration." + number, "is more than " + std::to_string(mostEntries));
+    if (announced > most) {
+        refuse("displayConfiguration." + number, "is more than " + std::to_string(most));
     }
     if (records.size() > announced) {
         refuse("displayConfiguration." + list,
@@ -268,20 +279,26 @@ void expectAnnounced(const std::vector<Record>& records, std::uint32_t announced
 }
 
 void expectKnownSteps(const std::vector<WmiStep>& steps) {
+    std::set<std::string> names;
     for (std::size_t i = 0; i < steps.size(); ++i) {
-        if (std::ranges::find(wmiSteps, steps[i].name) == wmiSteps.end()) {
-            refuse(fieldOf(entryOf("wmi.steps", i), "name"), "is not a step of the query");
+        const bool isKnown = std::ranges::find(wmiSteps, steps[i].name) != wmiSteps.end();
+        if (!isKnown || !names.insert(steps[i].name).second) {
+            refuse(fieldOf(entryOf("wmi.steps", i), "name"),
+                   isKnown ? "is that of an earlier step" : "is not a step of the query");
         }
     }
 }
 
 void expectSense(const Reading& reading) {
+    expectAtMost(mostOutputs, reading.monitors.size(), "monitors");
     expectOwnHandles(reading.monitors, "monitors");
     expectOwnHandles(reading.windows, "windows");
     expectKnownSteps(reading.wmi.steps);
     const DisplayConfiguration& configuration = reading.displayConfiguration;
-    expectAnnounced(configuration.paths, configuration.announcedPaths, "paths", "announcedPaths");
-    expectAnnounced(configuration.modes, configuration.announcedModes, "modes", "announcedModes");
+    expectAnnounced(configuration.paths, configuration.announcedPaths, mostOutputs, "paths",
+                    "announcedPaths");
+    expectAnnounced(configuration.modes, configuration.announcedModes, mostEntries, "modes",
+                    "announcedModes");
 }
 
 } // namespace

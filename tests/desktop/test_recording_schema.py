@@ -56,7 +56,9 @@ def test_the_head_of_a_recording_is_required(missing):
         {"windows": [{"handle": "0x1", "title": [65536]}]},
         {"windows": [{"handle": "0x1", "style": "0x123456781"}]},
         {"displayConfiguration": {"announcedPaths": -1}},
-        {"displayConfiguration": {"announcedPaths": 100001}},
+        {"displayConfiguration": {"announcedPaths": 1001}},
+        {"displayConfiguration": {"announcedModes": 100001}},
+        {"monitors": [{"handle": hex(1 + i)} for i in range(1001)]},
         {"wmi": {"steps": [{"name": "CoInitialise"}]}},
     ],
 )

@@ -190,6 +190,15 @@ TEST(Recording, is_refused_for_an_unknown_field) {
     }
 }
 
+TEST(Recording, is_refused_in_a_short_sentence_for_a_long_name) {
+    const std::string name(1000, 'x');
+    const std::string shown = name.substr(0, 80) + "...";
+    EXPECT_EQ(refusal(recordingWith("\"" + name + "\": 1")),
+              shown + " is not a field of a recording");
+    EXPECT_EQ(refusal("{\"" + name + "\": 1, \"" + name + "\": 1}"),
+              "the field \"" + shown + "\" occurs twice");
+}
+
 TEST(Recording, is_refused_for_a_value_of_another_type) {
     const std::string any32 = " is not a whole number from -2147483648 to 2147483647";
     for (const auto& [fields, message] : std::vector<Refused>{
@@ -288,6 +297,25 @@ TEST(Recording, is_refused_when_it_has_too_many_windows) {
               "");
 }
 
+// As many as 100,000 windows could be replayed in seconds, and as many monitors or paths in hours.
+TEST(Recording, is_refused_when_it_has_too_many_monitors_or_paths) {
+    const auto withMonitors = [](int count) {
+        std::string monitors;
+        for (int i = 1; i <= count; ++i) {
+            monitors += (i == 1 ? "" : ", ") + (R"({"handle": "0x)" + std::to_string(i) + "\"}");
+        }
+        return refusal(recordingWith("\"monitors\": [" + monitors + "]"));
+    };
+    EXPECT_EQ(withMonitors(1000), "");
+    EXPECT_EQ(withMonitors(1001), "monitors has 1001 entries, more than 1000");
+    const auto withPaths = [](const std::string& count) {
+        return refusal(
+            recordingWith(R"("displayConfiguration": {"announcedPaths": )" + count + "}"));
+    };
+    EXPECT_EQ(withPaths("1000"), "");
+    EXPECT_EQ(withPaths("1001"), "displayConfiguration.announcedPaths is more than 1000");
+}
+
 TEST(Recording, is_refused_when_it_has_more_paths_than_announced) {
     const auto with = [](const std::string& fields) {
         return refusal(recordingWith(R"("displayConfiguration": {)" + fields + "}"));
@@ -299,13 +327,24 @@ TEST(Recording, is_refused_when_it_has_more_paths_than_announced) {
               "displayConfiguration.announcedPaths says");
     EXPECT_EQ(with(R"("modes": [{}])"), "displayConfiguration.modes has more entries than "
                                         "displayConfiguration.announcedModes says");
-    EXPECT_EQ(with(R"("announcedPaths": 100001)"),
-              "displayConfiguration.announcedPaths is more than 100000");
+    EXPECT_EQ(with(R"("announcedModes": 100001)"),
+              "displayConfiguration.announcedModes is more than 100000");
 }
 
 TEST(Recording, is_refused_for_an_unknown_step_of_the_query) {
     EXPECT_EQ(refusal(recordingWith(R"("wmi": {"steps": [{"name": "CoInitializeEx"}, {}]})")),
               "wmi.steps[1].name is not a step of the query");
+}
+
+TEST(Recording, is_refused_when_a_step_of_the_query_occurs_twice) {
+    const std::string step = R"({"name": "CoInitializeEx"})";
+    const std::string other = R"({"name": "CoInitializeSecurity"})";
+    const auto with = [](const std::string& steps) {
+        return refusal(recordingWith(R"("wmi": {"steps": [)" + steps + "]}"));
+    };
+    EXPECT_EQ(with(step + ", " + other), "");
+    EXPECT_EQ(with(step + ", " + other + ", " + step),
+              "wmi.steps[2].name is that of an earlier step");
 }
 
 TEST(Recording, is_refused_when_it_is_nested_without_end) {
