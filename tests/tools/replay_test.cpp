@@ -4,6 +4,7 @@
 #include <dwmapi.h>
 #include <gmock/gmock.h>
 
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -303,6 +304,24 @@ TEST_F(Replay, keeps_a_title_that_is_shorter_than_its_length) {
     start();
     ASSERT_THAT(windows(), SizeIs(1));
     EXPECT_EQ(windows()[0].title, std::wstring());
+}
+
+// The library makes room for the length that the system reports.
+TEST_F(Replay, takes_no_memory_for_a_length_that_no_title_has) {
+    addWindow(L"a title").titleLength = std::numeric_limits<int>::max();
+    addWindow(L"").titleLength = std::numeric_limits<int>::max();
+    addWindow(L"cut").titleLength = 1;
+    addWindow(L"no title").titleLength = -1;
+    start();
+    auto* const askLength = libraryCall<decltype(GetWindowTextLengthW)>("GetWindowTextLengthW");
+    std::vector<int> lengths;
+    for (const snapshot::Window& window : reading.windows) {
+        lengths.push_back(askLength(reinterpret_cast<HWND>(window.handle)));
+    }
+    EXPECT_THAT(lengths, ElementsAre(7, 1, 1, -1));
+    ASSERT_THAT(windows(), SizeIs(3));
+    EXPECT_EQ(windows()[0].title, std::wstring(L"a title"));
+    EXPECT_EQ(windows()[2].title, std::wstring(L"c"));
 }
 
 TEST_F(Replay, takes_no_more_memory_for_further_calls) {

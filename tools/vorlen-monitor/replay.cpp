@@ -98,11 +98,17 @@ void replayWmi(const snapshot::Wmi& wmi, simulation::SimulatedDesktop& desktop) 
     }
 }
 
+// A greater length than that of the title changes no answer, but the library takes memory for it.
+std::int32_t replayedTitleLength(const snapshot::Window& window) {
+    const auto longest = std::max(static_cast<std::int32_t>(window.title.size()), 1);
+    return std::min(window.titleLength, longest);
+}
+
 simulation::SimulatedWindow simulated(const snapshot::Window& window) {
     simulation::SimulatedWindow result;
     result.handle = handleOf<HWND>(window.handle);
     result.title = window.title;
-    result.titleLength = window.titleLength;
+    result.titleLength = replayedTitleLength(window);
     result.className = window.className;
     result.exists = window.exists;
     result.visible = window.visible;
