@@ -160,6 +160,14 @@ def test_a_file_that_is_no_recording_is_refused_in_one_line(recorded, tmp_path):
         assert message.startswith(f'cannot replay "{file}": ')
 
 
+def test_a_file_that_is_too_large_is_refused(recorded, tmp_path):
+    file = tmp_path / "large.json"
+    with open(file, "wb") as large:
+        large.truncate(256 * 1024 * 1024 + 1)
+    message = refusal(recorded.desktop, COMMAND, "--replay", str(file), "monitors", code=2)
+    assert message == f'cannot replay "{file}": it is larger than 256 MB: it is not a recording'
+
+
 def test_help_needs_no_recording(recorded, tmp_path):
     done = recorded.desktop.run(COMMAND, "--replay", str(tmp_path / "missing.json"), "--help")
     assert (done.returncode, done.stderr) == (0, "")

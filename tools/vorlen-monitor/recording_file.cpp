@@ -7,11 +7,15 @@
 #include <windows.h>
 
 #include <array>
+#include <cstddef>
 #include <memory>
 
 namespace vorlen::tool {
 
 namespace {
+
+// Several times that of 100,000 windows. A device such as /dev/zero has no end.
+constexpr std::size_t largestMegabytes = 256;
 
 Failure failure(const std::string& file, const std::string& reason) {
     return {ExitCode::usage, "cannot replay \"" + file + "\": " + reason};
@@ -36,6 +40,10 @@ std::string contentOf(const std::string& file) {
             return content;
         }
         content.append(part.data(), length);
+        if (content.size() > largestMegabytes * 1024 * 1024) {
+            throw failure(file, "it is larger than " + std::to_string(largestMegabytes) +
+                                    " MB: it is not a recording");
+        }
     }
 }
 
