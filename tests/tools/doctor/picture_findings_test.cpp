@@ -89,6 +89,14 @@ TEST_F(NotThePanelSize, prevents_3d) {
               "panel has 7680 x 2160.");
 }
 
+// An adapter may prefer the mode that it carries best. No kit monitor has such a small panel.
+TEST_F(NotThePanelSize, is_not_found_for_a_preferred_mode_below_the_required) {
+    kitPath().preferredMode = {0, 1920, 1080};
+    EXPECT_THAT(findings(), ElementsAre("note not-examined"));
+    EXPECT_THAT(theFinding("not-examined").seen,
+                HasSubstr("did not report: the size of its panel (it prefers 1920 x 1080)."));
+}
+
 TEST_F(NotThePanelSize, is_found_by_the_display_mode_without_a_target_mode) {
     kitPath().targetModeIndex = DISPLAYCONFIG_PATH_MODE_IDX_INVALID;
     kitPath().preferredMode = {0, 7680, 2160};

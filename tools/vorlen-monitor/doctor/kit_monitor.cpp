@@ -100,11 +100,11 @@ std::optional<Size> signalSize(const KitMonitor& kit) {
 }
 
 std::optional<Size> panelSize(const KitMonitor& kit) {
-    if (kit.path == nullptr || kit.path->preferredMode.status != ERROR_SUCCESS ||
-        kit.path->preferredMode.width == 0) {
+    if (kit.path == nullptr || kit.path->preferredMode.status != ERROR_SUCCESS) {
         return std::nullopt;
     }
-    return Size{kit.path->preferredMode.width, kit.path->preferredMode.height};
+    const Size size{kit.path->preferredMode.width, kit.path->preferredMode.height};
+    return isLargeEnough(size) ? std::optional(size) : std::nullopt;
 }
 
 bool isLargeEnough(const Size& size) {

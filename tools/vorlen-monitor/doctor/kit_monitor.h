@@ -47,7 +47,8 @@ std::optional<Size> pictureSize(const KitMonitor& kit);
 // The size of the picture that the graphics card sends; nothing when unknown.
 std::optional<Size> signalSize(const KitMonitor& kit);
 
-// The size of the panel: that of the mode that the monitor prefers; nothing when unknown.
+// The size of the panel: that of the mode that the monitor prefers; nothing when unknown, or when
+// that mode does not have the required size, which the panel of every kit monitor has.
 std::optional<Size> panelSize(const KitMonitor& kit);
 
 bool isLargeEnough(const Size& size);

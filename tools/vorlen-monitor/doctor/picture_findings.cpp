@@ -28,6 +28,11 @@ std::string scalingText(std::uint32_t scaling) {
     }
 }
 
+std::string whyPanelIsUnknown(const snapshot::PreferredMode& mode) {
+    return mode.status != ERROR_SUCCESS ? displayStatusText(mode.status)
+                                        : "it prefers " + sizeText({mode.width, mode.height});
+}
+
 bool isAdvancedColorEnabled(const snapshot::AdvancedColor& color) {
     return (color.flags & 2) != 0;
 }
@@ -129,7 +134,7 @@ std::vector<Finding> notExamined(const Examination& examination) {
         }
         if (!panelSize(*kit)) {
             missing.push_back("the size of its panel (" +
-                              displayStatusText(kit->path->preferredMode.status) + ")");
+                              whyPanelIsUnknown(kit->path->preferredMode) + ")");
         }
         if (const std::int32_t status = kit->path->advancedColor.status; status != ERROR_SUCCESS) {
             missing.push_back("its colour format (" + displayStatusText(status) + ")");
