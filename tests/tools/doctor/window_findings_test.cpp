@@ -63,6 +63,7 @@ TEST_F(WindowNotListed, is_capturable_and_missing_in_the_list) {
     EXPECT_THAT(findings(), ElementsAre("note window-not-listed"));
     EXPECT_EQ(theFinding("window-not-listed").seen,
               "1 visible window is capturable and missing in the library's list: \"New\".");
+    EXPECT_THAT(theFinding("window-not-listed").meaning, HasSubstr("closed"));
 }
 
 } // namespace

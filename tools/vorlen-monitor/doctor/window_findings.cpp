@@ -99,9 +99,9 @@ std::vector<Finding> windowNotListed(const Examination& examination) {
     return {{Severity::note,
              countOf(missing) +
                  " capturable and missing in the library's list: " + titlesOf(missing) + ".",
-             "The list does not follow every change. A window that was opened, named or enabled "
-             "while the desktop was read can be missing.",
-             "Repeat the command. A host corrects its list with restartWindowList()."}};
+             "The library reads its list after the desktop was read. A window that was closed, "
+             "hidden or disabled in between is missing.",
+             "Repeat the command. If the window is still missing, report it with a recording."}};
 }
 
 } // namespace vorlen::tool
