@@ -25,6 +25,13 @@ TEST_F(UnreadableMonitor, is_a_note_when_its_information_fails) {
     EXPECT_EQ(theFinding("unreadable-monitor").seen, "GetMonitorInfoW failed for a monitor.");
 }
 
+// The monitor that is missing in the list may be the kit monitor.
+TEST_F(UnreadableMonitor, may_explain_that_no_kit_monitor_is_recognised) {
+    examination.reading.monitors[0] = {};
+    recogniseNone();
+    EXPECT_THAT(findings(), ElementsAre("error no-kit-monitor", "warning unreadable-monitor"));
+}
+
 TEST_F(UnreadableMonitor, is_a_note_when_another_monitor_has_no_mode) {
     examination.reading.monitors[1].currentMode.reset();
     EXPECT_THAT(findings(), ElementsAre("note unreadable-monitor"));
@@ -91,6 +98,14 @@ TEST_F(ResolutionTooLow, is_reported_for_a_monitor_that_is_no_longer_listed) {
     examination.status.monitor.reset();
     EXPECT_THAT(findings(), ElementsAre("error resolution-too-low"));
     EXPECT_EQ(finding().seen, "The monitor that the check judged is no longer listed.");
+}
+
+// The library read the information of the monitor, at another time.
+TEST_F(ResolutionTooLow, is_reported_for_a_monitor_without_information) {
+    const std::uint64_t handle = kitMonitor().handle;
+    kitMonitor() = {};
+    kitMonitor().handle = handle;
+    EXPECT_THAT(findings(), ElementsAre("error resolution-too-low", "note unreadable-monitor"));
 }
 
 class BestMode : public DoctorTest {

@@ -44,7 +44,7 @@ std::vector<Finding> judgedMonitorIsNotListed() {
 }
 
 bool hasNoMode(const KitMonitor& kit) {
-    return kit.monitor != nullptr && !kit.monitor->currentMode;
+    return kit.monitor != nullptr && kit.monitor->informationRead && !kit.monitor->currentMode;
 }
 
 bool isLargeEnoughWithoutRotation(const KitMonitor& kit) {
@@ -63,10 +63,13 @@ std::vector<Finding> unreadableMonitor(const Examination& examination) {
     std::vector<Finding> findings;
     for (const snapshot::Monitor& monitor : examination.reading.monitors) {
         if (!monitor.informationRead) {
+            const bool mayBeKitMonitor = examination.status.code == MONITOR_NOT_CONNECTED;
             findings.push_back(
-                {Severity::note, "GetMonitorInfoW failed for a monitor.",
-                 "The library does not list this monitor. It was probably disconnected while the "
-                 "desktop was read.",
+                {mayBeKitMonitor ? Severity::warning : Severity::note,
+                 "GetMonitorInfoW failed for a monitor.",
+                 std::string("The library does not list this monitor. It was probably disconnected "
+                             "while the desktop was read.") +
+                     (mayBeKitMonitor ? " It may be the kit monitor." : ""),
                  "Repeat the command."});
         } else if (!monitor.currentMode) {
             const bool isKitMonitor = isJudged(examination, monitor.handle);
