@@ -8,6 +8,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 snapshot::DisplayMode mode(std::int32_t width, std::int32_t height, std::int32_t hertz) {
     snapshot::DisplayMode made;
@@ -188,6 +189,13 @@ TEST_F(RefreshRateBelow60, is_a_note_with_the_exact_rate) {
     kitPath().refreshRate = {60000, 1001};
     EXPECT_THAT(findings(), ElementsAre("note refresh-rate-below-60"));
     EXPECT_THAT(theFinding("refresh-rate-below-60").seen, HasSubstr("is refreshed at 59.94 Hz."));
+}
+
+TEST_F(RefreshRateBelow60, does_not_say_that_a_monitor_passes_that_does_not) {
+    setKitMode(1920, 1080, 59);
+    EXPECT_THAT(findings(), ElementsAre("error resolution-too-low", "note refresh-rate-below-60"));
+    EXPECT_THAT(theFinding("refresh-rate-below-60").meaning,
+                AllOf(HasSubstr("is enough for the check"), Not(HasSubstr("check passes"))));
 }
 
 TEST_F(RefreshRateBelow60, is_a_note_without_an_exact_rate) {

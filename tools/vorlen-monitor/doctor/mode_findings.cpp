@@ -142,8 +142,8 @@ std::vector<Finding> refreshRateBelow60(const Examination& examination) {
     return {{Severity::note,
              described(*kit) + " is refreshed at " +
                  (exact ? rateText(*exact) : std::string("59 Hz")) + ".",
-             "The check passes: it requires 59 Hz, and 59.94 Hz is reported as 59. A video of 60 "
-             "pictures a second loses one about every 17 seconds.",
+             "The rate is enough for the check, which requires 59 Hz: 59.94 Hz is reported as 59. "
+             "A video of 60 pictures a second loses one about every 17 seconds.",
              "If moving pictures stutter, choose 60 Hz under Settings > System > Display > "
              "Advanced display."}};
 }
