@@ -90,10 +90,17 @@ class WmiFailed : public DoctorTest {};
 
 TEST_F(WmiFailed, names_the_step_and_its_result) {
     examination.reading.wmi.steps.back() = {"IWbemLocator::ConnectServer", accessDenied};
+    examination.reading.wmi.objects.clear();
     setText(examination.status.monitor->monitorId, L"");
     EXPECT_THAT(findings(), ElementsAre("note wmi-failed"));
     EXPECT_EQ(theFinding("wmi-failed").seen,
               "WMI: IWbemLocator::ConnectServer returned 0x80041003 (WBEM_E_ACCESS_DENIED).");
+}
+
+TEST_F(WmiFailed, shows_how_many_monitors_were_reported_before) {
+    examination.reading.wmi.steps.back() = {"IEnumWbemClassObject::Next", accessDenied};
+    EXPECT_THAT(theFinding("wmi-failed").seen,
+                HasSubstr("(WBEM_E_ACCESS_DENIED), after 2 monitors."));
 }
 
 TEST_F(WmiFailed, is_not_found_when_the_query_went_on) {

@@ -140,9 +140,12 @@ std::vector<Finding> wmiFailed(const Examination& examination) {
     if (step == nullptr) {
         return {};
     }
-    return {{Severity::note, "WMI: " + step->name + " returned " + resultText(step->result) + ".",
-             "The library has no serial numbers of monitors. The check of the kit monitor does not "
-             "need them.",
+    const std::size_t reported = examination.reading.wmi.objects.size();
+    return {{Severity::note,
+             "WMI: " + step->name + " returned " + resultText(step->result) +
+                 (reported == 0 ? "" : ", after " + std::to_string(reported) + " monitors") + ".",
+             "The library has no serial numbers of monitors that WMI did not report. The check of "
+             "the kit monitor does not need them.",
              "Check that the service Windows Management Instrumentation runs and that the user may "
              "use it. Then start the host again: the library asks once for each monitor."}};
 }
