@@ -75,7 +75,6 @@ std::vector<Finding> remoteSession(const Examination& examination) {
 
 std::vector<Finding> scaledCoordinates(const Examination& examination) {
     std::vector<std::string> scaled;
-    bool withKitMonitor = false;
     for (const snapshot::Monitor& monitor : examination.reading.monitors) {
         if (!monitor.currentMode) {
             continue;
@@ -87,18 +86,17 @@ std::vector<Finding> scaledCoordinates(const Examination& examination) {
         if (coordinates != Size{} && coordinates != pixels) {
             scaled.push_back(toUtf8Lossy(monitor.deviceName) + " has " + sizeText(pixels) +
                              " pixels and " + sizeText(coordinates) + " in coordinates");
-            withKitMonitor |= isJudged(examination, monitor.handle);
         }
     }
     if (scaled.empty()) {
         return {};
     }
-    return {{withKitMonitor ? Severity::warning : Severity::note,
+    return {{Severity::note,
              "This program is " + awarenessText(examination.reading.process.dpiAwareness) + ". " +
                  enumerated(scaled) + ".",
-             "The library reports pixels in every program. In a program whose coordinates are "
-             "scaled, Windows enlarges the windows: its picture on the kit monitor is no 3-D "
-             "picture.",
+             "The library reports pixels in every program, so its answers are right. In a host "
+             "whose coordinates are scaled, too, Windows enlarges the windows: its picture on the "
+             "kit monitor is no 3-D picture.",
              "Use a host that is aware of each monitor's DPI, or choose 100 % for the kit monitor "
              "under Settings > System > Display > Scale."}};
 }
