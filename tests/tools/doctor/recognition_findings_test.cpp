@@ -184,10 +184,19 @@ TEST_F(ClonedMonitor, can_hide_the_kit_monitor_from_the_library) {
     EXPECT_THAT(findings(), UnorderedElementsAre("error no-kit-monitor", "error cloned-monitor"));
 }
 
-TEST_F(ClonedMonitor, is_a_note_when_it_is_another_one) {
-    examination.kitModels = {L"KIT 32"};
+// The kit's own runtime knows models that are not given here.
+TEST_F(ClonedMonitor, may_hide_a_kit_monitor_whose_model_was_not_given) {
+    examination.kitModels.clear();
     recogniseNone();
-    EXPECT_THAT(findings(), ElementsAre("error no-kit-monitor", "note cloned-monitor"));
+    EXPECT_THAT(findings(), ElementsAre("error no-kit-monitor", "warning cloned-monitor"));
+    EXPECT_THAT(theFinding("cloned-monitor").meaning, HasSubstr("may be the kit monitor"));
+}
+
+TEST_F(ClonedMonitor, is_a_note_beside_the_kit_monitor) {
+    snapshot::DisplayPath third = otherPath();
+    otherPath().sourceName.gdiDeviceName = third.sourceName.gdiDeviceName = L"\\\\.\\DISPLAY2";
+    examination.reading.displayConfiguration.paths.push_back(third);
+    EXPECT_THAT(findings(), ElementsAre("note cloned-monitor"));
 }
 
 TEST_F(ClonedMonitor, is_not_reported_for_paths_without_a_device_name) {

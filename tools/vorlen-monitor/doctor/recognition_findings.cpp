@@ -227,14 +227,19 @@ std::vector<Finding> clonedMonitor(const Examination& examination) {
         std::vector<std::string> quotations;
         std::ranges::transform(names, std::back_inserter(quotations), inQuotes);
         findings.push_back(
-            {withKit ? Severity::error : Severity::note,
+            {withKit                       ? Severity::error
+             : noneRecognised(examination) ? Severity::warning
+                                           : Severity::note,
              "The picture of " + toUtf8Lossy(deviceName) + " is shown on " +
                  std::to_string(names.size()) + " monitors: " + enumerated(quotations) + ".",
              withKit ? "The displays are duplicated, not extended (code 22). The kit monitor shows "
                        "the picture of another monitor, and the library knows only the name of the "
                        "first."
-                     : "The displays are duplicated. The library knows only the name of the first. "
-                       "None of the names is that of a kit model.",
+             : noneRecognised(examination)
+                 ? "The displays are duplicated. The library knows only the name of the first, "
+                   "which the runtime does not recognise. One of the others may be the kit monitor "
+                   "(code 22)."
+                 : "The displays are duplicated. The kit monitor is not one of them.",
              "Press Windows+P and choose Extend."});
     }
     return findings;
