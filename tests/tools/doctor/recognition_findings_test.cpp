@@ -106,6 +106,20 @@ TEST_F(MissingName, can_be_what_the_monitor_reports) {
               "\\\\.\\DISPLAY1 has no name. All requests succeeded, and the name is empty.");
 }
 
+// The panels of most portable computers have no name.
+TEST_F(MissingName, is_a_note_for_the_panel_of_a_portable_computer) {
+    for (const auto connection :
+         {DISPLAYCONFIG_OUTPUT_TECHNOLOGY_INTERNAL,
+          DISPLAYCONFIG_OUTPUT_TECHNOLOGY_DISPLAYPORT_EMBEDDED,
+          DISPLAYCONFIG_OUTPUT_TECHNOLOGY_UDI_EMBEDDED, DISPLAYCONFIG_OUTPUT_TECHNOLOGY_LVDS}) {
+        kitPath().outputTechnology = static_cast<std::uint32_t>(connection);
+        EXPECT_THAT(findings(), ElementsAre("error no-kit-monitor", "note missing-name"));
+    }
+    EXPECT_THAT(theFinding("missing-name").meaning, HasSubstr("most have no name"));
+    kitPath().targetName.status = ERROR_GEN_FAILURE;
+    EXPECT_THAT(findings(), ElementsAre("error no-kit-monitor", "warning missing-name"));
+}
+
 TEST_F(MissingName, comes_from_a_failed_request_for_the_target) {
     kitPath().targetName.status = ERROR_GEN_FAILURE;
     EXPECT_THAT(

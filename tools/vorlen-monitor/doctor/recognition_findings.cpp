@@ -77,6 +77,27 @@ std::string difference(const std::wstring& name, const std::wstring& model) {
                : "";
 }
 
+bool isInPortableComputer(std::uint32_t outputTechnology) {
+    constexpr DISPLAYCONFIG_VIDEO_OUTPUT_TECHNOLOGY connections[] = {
+        DISPLAYCONFIG_OUTPUT_TECHNOLOGY_INTERNAL, DISPLAYCONFIG_OUTPUT_TECHNOLOGY_LVDS,
+        DISPLAYCONFIG_OUTPUT_TECHNOLOGY_DISPLAYPORT_EMBEDDED,
+        DISPLAYCONFIG_OUTPUT_TECHNOLOGY_UDI_EMBEDDED};
+    return std::ranges::any_of(connections, [=](auto connection) {
+        return static_cast<std::uint32_t>(connection) == outputTechnology;
+    });
+}
+
+// Whether all requests for the name of a built-in panel succeeded. Most of these panels have none.
+bool isPanelWithoutName(const snapshot::DisplayConfiguration& configuration,
+                        const std::wstring& deviceName) {
+    return std::ranges::any_of(configuration.paths, [&](const snapshot::DisplayPath& path) {
+        return path.sourceName.status == ERROR_SUCCESS &&
+               path.sourceName.gdiDeviceName == deviceName &&
+               path.targetName.status == ERROR_SUCCESS && path.targetName.friendlyName.empty() &&
+               isInPortableComputer(path.outputTechnology);
+    });
+}
+
 // Why the library found no name for a monitor, although the display configuration was read.
 std::string whyWithoutName(const snapshot::DisplayConfiguration& configuration,
                            const std::wstring& deviceName) {
@@ -169,14 +190,23 @@ std::vector<Finding> missingName(const Examination& examination) {
     if (!noneRecognised(examination) || !configurationWasRead(examination)) {
         return {};
     }
+    const auto& configuration = examination.reading.displayConfiguration;
     std::vector<Finding> findings;
     for (const MonitorListItem& monitor : examination.monitors) {
-        if (textOf(monitor.friendlyName).empty()) {
+        if (!textOf(monitor.friendlyName).empty()) {
+            continue;
+        }
+        const std::wstring deviceName = textOf(monitor.deviceName);
+        const std::string seen =
+            toUtf8Lossy(deviceName) + " has no name. " + whyWithoutName(configuration, deviceName);
+        if (isPanelWithoutName(configuration, deviceName)) {
+            findings.push_back({Severity::note, seen,
+                                "This is the built-in panel of a portable computer: most have no "
+                                "name. The runtime recognises a kit monitor by its name.",
+                                "Nothing, unless this panel is the kit monitor."});
+        } else {
             findings.push_back(
-                {Severity::warning,
-                 fieldText(monitor.deviceName) + " has no name. " +
-                     whyWithoutName(examination.reading.displayConfiguration,
-                                    textOf(monitor.deviceName)),
+                {Severity::warning, seen,
                  "The runtime recognises a kit monitor by its name. This may be the kit monitor.",
                  "Repeat the command: after sleep and while displays are changed, names can be "
                  "missing for a while. If the name stays empty, connect the monitor directly, "
