@@ -1,6 +1,7 @@
 """scripts/recordings: every command answers on every recording as it is written down."""
 
 import json
+import re
 import shutil
 import subprocess
 from contextlib import closing
@@ -9,6 +10,7 @@ import pytest
 
 from desktop import PROGRAMS, PROJECT, Desktop
 from processes import TIMEOUT_S, complaint_of, run_program
+from recordings import read_recording
 
 SCRIPT = PROJECT / "scripts/recordings"
 RECORDINGS = sorted((PROJECT / "tests/recordings").glob("*.json"))
@@ -61,8 +63,30 @@ def test_a_recording_says_how_it_was_made(recording):
     assert origin.startswith(("written by hand", "vorlen-monitor "))
 
 
-def test_there_are_ten_recordings():
-    assert len(RECORDINGS) == 10
+def test_every_finding_of_the_doctor_has_a_recording():
+    table = (PROJECT / "tools/vorlen-monitor/doctor/findings.cpp").read_text(encoding="utf-8")
+    codes = re.findall(r'^    \{"([a-z0-9-]+)", \w+\},$', table, re.MULTILINE)
+    answers = "".join(file.with_suffix(".txt").read_text(encoding="utf-8") for file in RECORDINGS)
+    shown = set(re.findall(r"^\d+\. \w+ ([a-z0-9-]+)$", answers, re.MULTILINE))
+    assert codes and shown == set(codes)
+
+
+@pytest.mark.parametrize("recording", RECORDINGS, ids=lambda recording: recording.stem)
+def test_a_recording_of_a_replay_fits_the_schema_and_answers_alike(
+    shared_desktop, recording, tmp_path
+):
+    def replay(file, *arguments) -> subprocess.CompletedProcess:
+        done = shared_desktop.run("vorlen-monitor.exe", "--replay", str(file), *arguments)
+        assert done.returncode in (0, 1) and done.stdout != ""
+        return done
+
+    assert read_recording(recording)["monitors"]
+    copy, copy_of_copy = tmp_path / "copy.json", tmp_path / "copy of copy.json"
+    assert replay(recording, "record", str(copy)).stderr == ""
+    assert read_recording(copy)["windows"]
+    replay(copy, "record", str(copy_of_copy))
+    assert copy_of_copy.read_bytes() == copy.read_bytes()
+    assert replay(copy, "doctor", "--json").stdout == replay(recording, "doctor", "--json").stdout
 
 
 def test_without_a_desktop_it_names_the_command():
