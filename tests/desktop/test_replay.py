@@ -25,10 +25,14 @@ REQUESTS = [
     ("status", "--json"),
     ("status", "--kit-model", "Display2"),
     ("overview",),
+    ("overview", "--kit-model", "Display2"),
     ("doctor",),
+    ("doctor", "--redact"),
+    ("doctor", "--json", "--kit-model", "Display2"),
     ("doctor", "--json", "--redact"),
     ("watch", "--seconds", "1"),
     ("watch", "--seconds", "1", "--json"),
+    ("watch", "--seconds", "1", "--events-only"),
     ("--version",),
 ]
 ALL_WINDOWS = ("windows", "--all", "--json")
