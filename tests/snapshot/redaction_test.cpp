@@ -113,6 +113,14 @@ TEST_F(RedactionOfDevices, replaces_the_same_instance_in_paths_and_names) {
     EXPECT_EQ(property(1, 0), LR"(DISPLAY\VLN0002\(instance 3)_12)");
 }
 
+TEST_F(RedactionOfDevices, replaces_all_of_an_instance_with_underscores) {
+    addPath(LR"(\\?\DISPLAY#VLN0001#SN_1_2#{e6f07b5f-97ee})");
+    addWmiObject(LR"(DISPLAY\VLN0001\SN_1_2_0)", L"");
+    redaction.redact(reading);
+    EXPECT_EQ(devicePath(0), LR"(\\?\DISPLAY#VLN0001#(instance 1)#{e6f07b5f-97ee})");
+    EXPECT_EQ(property(0, 0), LR"(DISPLAY\VLN0001\(instance 1)_0)");
+}
+
 TEST_F(RedactionOfDevices, makes_no_instance_the_start_of_another) {
     for (int i = 1; i <= 10; ++i) {
         addPath(LR"(\\?\DISPLAY#M#)" + std::to_wstring(100 + i) + L"#{}");
@@ -160,6 +168,14 @@ TEST_F(RedactionOfTheUser, replaces_the_name_wherever_it_occurs) {
     EXPECT_EQ(reading.windows[0].className, L"Window[user 1;;1]");
     EXPECT_EQ(title(0), L"title 1");
     EXPECT_EQ(redaction.title(L"alice"), L"title 1");
+}
+
+TEST_F(RedactionOfTheUser, keeps_texts_equal_that_have_the_name) {
+    reading.process.userName = L"alice";
+    addWmiObject(L"", L"alice-1");
+    redaction.redact(reading);
+    EXPECT_EQ(property(0, 1), L"serial number 1");
+    EXPECT_EQ(redaction.serialNumber(L"alice-1"), L"serial number 1");
 }
 
 TEST_F(RedactionOfTheUser, does_not_change_the_names_of_wmi) {

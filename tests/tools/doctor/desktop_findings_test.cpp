@@ -43,6 +43,11 @@ TEST_F(ScaledCoordinates, are_a_note_at_another_monitor) {
                 HasSubstr("aware of the system's DPI only. \\\\.\\DISPLAY2 has"));
 }
 
+TEST_F(ScaledCoordinates, are_found_by_one_side) {
+    kitMonitor().rectangle = {0, 0, 3840, 2000};
+    EXPECT_THAT(findings(), ElementsAre("note scaled-coordinates"));
+}
+
 TEST_F(ScaledCoordinates, are_not_found_without_a_rectangle_or_a_mode) {
     kitMonitor().rectangle = {};
     EXPECT_THAT(findings(), IsEmpty());

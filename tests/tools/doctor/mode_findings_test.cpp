@@ -1,10 +1,13 @@
 #include "tests/tools/doctor/doctor_test.h"
 #include "vorlen/status.h"
 
+#include <windows.h>
+
 namespace vorlen::tool {
 namespace {
 
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -95,6 +98,12 @@ TEST_F(ResolutionTooLow, is_reported_beside_a_rotation_that_is_not_the_reason) {
     EXPECT_THAT(findings(), ElementsAre("error resolution-too-low", "error rotated-picture"));
 }
 
+TEST_F(ResolutionTooLow, is_reported_in_portrait_when_landscape_is_too_small_too) {
+    setKitMode(1080, 1920, 60);
+    kitPath().rotation = 2;
+    EXPECT_THAT(findings(), Contains("error resolution-too-low"));
+}
+
 TEST_F(ResolutionTooLow, is_reported_for_a_monitor_that_is_no_longer_listed) {
     examination.status.monitor.reset();
     EXPECT_THAT(findings(), ElementsAre("error resolution-too-low"));
@@ -124,6 +133,12 @@ protected:
 
 TEST_F(BestMode, passes_the_check) {
     EXPECT_EQ(of({mode(5120, 2880, 30), mode(3840, 2160, 59)}), "3840 x 2160 at 59 Hz");
+}
+
+TEST_F(BestMode, passes_the_check_with_both_sides) {
+    kitPath().preferredMode.status = ERROR_NOT_SUPPORTED;
+    EXPECT_EQ(of({mode(7680, 1440, 120), mode(2880, 5120, 120), mode(3840, 2160, 60)}),
+              "3840 x 2160 at 60 Hz");
 }
 
 TEST_F(BestMode, has_the_size_of_the_panel) {
@@ -202,6 +217,11 @@ TEST_F(RefreshRateBelow60, is_a_note_without_an_exact_rate) {
     setKitMode(3840, 2160, 59);
     kitPath().refreshRate = {0, 0};
     EXPECT_THAT(theFinding("refresh-rate-below-60").seen, HasSubstr("is refreshed at 59 Hz."));
+}
+
+TEST_F(RefreshRateBelow60, is_not_reported_for_a_rate_that_is_too_low) {
+    setKitMode(3840, 2160, 58);
+    EXPECT_THAT(findings(), ElementsAre("error refresh-rate-too-low"));
 }
 
 TEST_F(RefreshRateBelow60, is_not_reported_for_60_hz_and_more) {

@@ -9,6 +9,7 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 class RotatedPicture : public DoctorTest {};
 
@@ -34,6 +35,20 @@ TEST_F(RotatedPicture, is_found_in_a_portrait_mode_that_passes_the_check) {
     kitPath().preferredMode = {0, 7680, 4320};
     EXPECT_THAT(findings(), ElementsAre("error rotated-picture"));
     EXPECT_THAT(theFinding("rotated-picture").seen, HasSubstr("rotated by 270 degrees"));
+}
+
+TEST_F(RotatedPicture, is_not_found_for_a_rotation_that_windows_does_not_document) {
+    kitPath().rotation = 7;
+    EXPECT_THAT(findings(), IsEmpty());
+}
+
+TEST_F(RotatedPicture, is_no_scaled_one_when_only_the_mode_is_known) {
+    setKitMode(2160, 3840, 60);
+    kitPath().sourceModeIndex = DISPLAYCONFIG_PATH_MODE_IDX_INVALID;
+    kitPath().rotation = DISPLAYCONFIG_ROTATION_ROTATE90;
+    kitTarget().activeWidth = 3840;
+    kitTarget().activeHeight = 2160;
+    EXPECT_THAT(findings(), ElementsAre("error rotated-picture"));
 }
 
 class ScaledPicture : public DoctorTest {
@@ -72,6 +87,14 @@ TEST_F(ScaledPicture, may_spoil_3d_when_the_signal_is_unknown) {
     EXPECT_THAT(findings(), ElementsAre("warning scaled-picture", "note not-examined"));
     kitPath().scaling = DISPLAYCONFIG_SCALING_IDENTITY;
     EXPECT_THAT(findings(), ElementsAre("note not-examined"));
+}
+
+TEST_F(ScaledPicture, may_spoil_3d_when_the_desktop_is_unknown) {
+    kitPath().sourceModeIndex = DISPLAYCONFIG_PATH_MODE_IDX_INVALID;
+    kitMonitor().currentMode.reset();
+    EXPECT_EQ(theFinding("scaled-picture").severity, Severity::warning);
+    EXPECT_THAT(theFinding("scaled-picture").seen,
+                HasSubstr("has a picture of unknown size. It is stretched."));
 }
 
 TEST_F(ScaledPicture, is_not_found_when_both_sizes_are_equal) {
@@ -126,6 +149,11 @@ TEST_F(ColourNotRgb, prevents_3d) {
 TEST_F(ColourNotRgb, says_when_hdr_is_on) {
     kitPath().advancedColor.flags = 3; // supported and enabled
     EXPECT_THAT(theFinding("colour-not-rgb").seen, HasSubstr(", and HDR is on."));
+}
+
+TEST_F(ColourNotRgb, does_not_say_that_hdr_is_on_when_it_is_only_supported) {
+    kitPath().advancedColor.flags = 1;
+    EXPECT_THAT(theFinding("colour-not-rgb").seen, Not(HasSubstr("HDR")));
 }
 
 TEST_F(ColourNotRgb, is_not_found_when_windows_does_not_report_the_colour) {

@@ -190,6 +190,18 @@ TEST_F(ClonedMonitor, prevents_3d_when_it_is_the_kit_monitor) {
     EXPECT_THAT(theFinding("cloned-monitor").meaning, HasSubstr("code 22"));
 }
 
+TEST_F(ClonedMonitor, prevents_3d_when_only_the_runtime_knows_the_kit_monitor) {
+    examination.kitModels.clear();
+    EXPECT_THAT(findings(), ElementsAre("error cloned-monitor"));
+}
+
+TEST_F(ClonedMonitor, prevents_3d_when_a_name_contains_a_kit_model) {
+    recogniseNone();
+    kitPath().targetName.friendlyName = L"Office";
+    otherPath().targetName.friendlyName = L"A KIT 27 B";
+    EXPECT_THAT(findings(), Contains("error cloned-monitor"));
+}
+
 TEST_F(ClonedMonitor, can_hide_the_kit_monitor_from_the_library) {
     kitPath().targetName.friendlyName = L"Office";
     otherPath().targetName.friendlyName = L"KIT 27";

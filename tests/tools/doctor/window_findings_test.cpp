@@ -41,6 +41,10 @@ TEST_F(WindowNotCapturable, shows_five_titles_at_most) {
 TEST_F(WindowNotCapturable, explains_each_reason) {
     addWindow(L"Waiting", "disabled");
     EXPECT_EQ(theFinding("window-not-capturable").advice, "Close the dialog.");
+    examination.reading.windows.back().reason = "tool window";
+    EXPECT_THAT(theFinding("window-not-capturable").meaning, HasSubstr("palette"));
+    examination.reading.windows.back().reason = "cloaked";
+    EXPECT_THAT(theFinding("window-not-capturable").meaning, HasSubstr("virtual desktop"));
     examination.reading.windows.back().reason = "not a window";
     EXPECT_THAT(theFinding("window-not-capturable").advice, HasSubstr("windows --all"));
 }
