@@ -346,11 +346,15 @@ def node_packages(source) -> pathlib.Path:
         for name in ("package.json", "package-lock.json"):
             shutil.copy(source / name, kept)
         # The packages are for Windows; nothing of them is run while they are installed. By default,
-        # npm does not use the certificates of the system.
+        # npm does not use the certificates of the system, and writes into the user's home folder.
+        settings = {
+            "NODE_EXTRA_CA_CERTS": "/etc/ssl/certs/ca-certificates.crt",
+            "npm_config_cache": str(PROJECT / "build" / "npm"),
+        }
         run(
             *("npm", "ci", "--force", "--ignore-scripts", "--no-audit", "--no-fund"),
             cwd=kept,
-            env={**os.environ, "NODE_EXTRA_CA_CERTS": "/etc/ssl/certs/ca-certificates.crt"},
+            env=os.environ | settings,
         )
         (kept / "installed").touch()
     return kept / "node_modules"
