@@ -38,11 +38,13 @@ open_wine_prefix() {
 }
 
 # WINEDEBUG=-all also suppresses the message that 32-bit Wine is missing. Without winemenubuilder,
-# Wine writes no menus into the home folder of the user. Wine finds files whose paths are not
-# ASCII, such as a path of this tree, only in a UTF-8 locale.
+# Wine writes no menus into the home folder of the user, and with a cache here, its libraries write
+# no list of fonts there. Wine finds files whose paths are not ASCII, such as a path of this tree,
+# only in a UTF-8 locale.
 set_wine_environment() {
     [[ $(locale charmap 2>/dev/null) == UTF-8 ]] || export LC_ALL=C.UTF-8
     unset WINEARCH WINELOADER WINESERVER WINEDLLPATH
+    export XDG_CACHE_HOME=$wine_folder/cache
     export WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
 }
 

@@ -78,6 +78,20 @@ def test_settings_of_the_users_own_wine_do_not_matter(marked):
     assert (said.returncode, said.stdout.strip(), said.stderr) == (0, "text", "")
 
 
+def test_wine_writes_nothing_into_the_users_home_folder(marked, tmp_path):
+    # The list of fonts, where the system has none that fits.
+    settings, home = tmp_path / "fonts.conf", tmp_path / "home"
+    settings.write_text(
+        "<fontconfig><dir>/usr/share/fonts</dir>"
+        '<cachedir prefix="xdg">fontconfig</cachedir></fontconfig>'
+    )
+    home.mkdir()
+    marked.environment.pop("XDG_CACHE_HOME", None)
+    marked.environment.update(FONTCONFIG_FILE=str(settings), HOME=str(home))
+    assert run(marked, "wine", "cmd", "/c", "echo text").returncode == 0
+    assert list(home.rglob("*")) == []
+
+
 @pytest.mark.parametrize("locale", ["C", "no_such.UTF-8"])
 def test_files_with_names_beyond_ascii_are_found_in_every_locale(marked, tmp_path, locale):
     # With 7 bits of each byte, as Wine reads it in the locale C, ü is C<, which no Windows name has.
