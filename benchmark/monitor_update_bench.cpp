@@ -3,6 +3,7 @@
 #include "benchmark/measurement.h"
 #include "benchmark/priced_displays.h"
 #include "benchmark/simulated_module.h"
+#include "tests/fixtures/mangled_names.h"
 
 namespace bench {
 
@@ -21,8 +22,8 @@ public:
             void* const address = reinterpret_cast<void*>(GetProcAddress(module.image(), name));
             function = reinterpret_cast<TextOfMonitor*>(address);
         };
-        resolve(getMonitorName, "_Z14getMonitorNameB5cxx11P10HMONITOR__");
-        resolve(getMonitorPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__");
+        resolve(getMonitorName, tests::mangled::getNameOfMonitor);
+        resolve(getMonitorPath, tests::mangled::getPathOfMonitor);
         module.init();
     }
 

@@ -1,4 +1,5 @@
 #include "monitor/display/monitor_info.h"
+#include "tests/fixtures/mangled_names.h"
 #include "tests/fixtures/module_test.h"
 #include "tests/support/other_thread.h"
 
@@ -29,9 +30,9 @@ class SingleMonitorTest : public ModuleTest {
 protected:
     SingleMonitorTest() {
         const Library library(product("libvorlen_monitor.dll"));
-        library.resolve(getName, "_Z14getMonitorNameB5cxx11P10HMONITOR__");
-        library.resolve(getPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__");
-        library.resolve(getBasicInfo, "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo");
+        library.resolve(getName, mangled::getNameOfMonitor);
+        library.resolve(getPath, mangled::getPathOfMonitor);
+        library.resolve(getBasicInfo, mangled::getMonitorBasicInfo);
 
         desktop.monitors.add(display1, wideMode);
         monitor = desktop.monitors.add(display2, smallMode).handle;

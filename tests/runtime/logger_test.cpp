@@ -1,3 +1,4 @@
+#include "tests/fixtures/mangled_names.h"
 #include "tests/runtime/runtime_fixtures.h"
 
 #include <windows.h>
@@ -136,18 +137,12 @@ TEST_F(LoggerTest, writes_a_message_on_one_line) {
     EXPECT_EQ(linesInFile().size(), std::size(messages));
 }
 
-// The members of vorlen::log::vllogger behind this prefix of their names, as GCC and Clang name
-// them in export tables.
-#define LOGGER "_ZN6vorlen3log8vllogger"
-#define MESSAGE "ERKNSt7__cxx1112basic_stringIcSt11char_traitsIcESaIcEEE"
-
 TEST_F(LoggerTest, is_exported_with_every_member) {
     for (const char* const member :
-         {LOGGER "8instanceEv", LOGGER "C1Ev", LOGGER "D1Ev",
-          "_ZNK6vorlen3log8vllogger13isInitializedEv", LOGGER "3logENS0_10level_enum" MESSAGE "b",
-          LOGGER "5trace" MESSAGE, LOGGER "5debug" MESSAGE, LOGGER "4info" MESSAGE,
-          LOGGER "4warn" MESSAGE, LOGGER "5error" MESSAGE, LOGGER "8critical" MESSAGE,
-          LOGGER "21RegisterDebugCallbackEPFviPKcE", LOGGER "13debugCallbackE"}) {
+         {mangled::loggerInstance, mangled::constructLogger, mangled::destroyLogger,
+          mangled::isInitialized, mangled::log, mangled::trace, mangled::debug, mangled::info,
+          mangled::warn, mangled::error, mangled::critical, mangled::registerDebugCallback,
+          mangled::debugCallback}) {
         void* address = nullptr;
         EXPECT_NO_THROW(runtime->resolve(address, member)) << member;
     }
@@ -163,14 +158,11 @@ HMODULE imageOf(const void* address) {
 
 TEST_F(LoggerTest, has_an_object_of_its_own_in_each_image) {
     vorlen::log::vllogger* (*instanceOfRuntime)() = nullptr;
-    runtime->resolve(instanceOfRuntime, LOGGER "8instanceEv");
+    runtime->resolve(instanceOfRuntime, mangled::loggerInstance);
     EXPECT_EQ(imageOf(instanceOfRuntime()), runtime->image());
     EXPECT_EQ(imageOf(one->loggerAddress()), one->library.image());
     EXPECT_EQ(imageOf(two->loggerAddress()), two->library.image());
 }
-
-#undef LOGGER
-#undef MESSAGE
 
 } // namespace
 } // namespace tests

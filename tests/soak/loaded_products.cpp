@@ -1,6 +1,7 @@
 #include "tests/soak/loaded_products.h"
 
 #include "monitor/service/ui_records.h"
+#include "tests/fixtures/mangled_names.h"
 
 #include <gtest/gtest.h>
 
@@ -17,10 +18,9 @@ constexpr const char* modelName = "a kit model that some monitor carries";
 } // namespace
 
 LoadedProducts::LoadedProducts() {
-    moduleLibrary.resolve(getMonitorName, "_Z14getMonitorNameB5cxx11P10HMONITOR__");
-    moduleLibrary.resolve(getMonitorPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__");
-    moduleLibrary.resolve(getMonitorBasicInfo,
-                          "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo");
+    moduleLibrary.resolve(getMonitorName, mangled::getNameOfMonitor);
+    moduleLibrary.resolve(getMonitorPath, mangled::getPathOfMonitor);
+    moduleLibrary.resolve(getMonitorBasicInfo, mangled::getMonitorBasicInfo);
 }
 
 void LoadedProducts::useEverything(HWND monitorBox, HWND windowBox) const {

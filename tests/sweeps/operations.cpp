@@ -2,6 +2,7 @@
 
 #include "monitor/display/monitor_info.h"
 #include "monitor/service/ui_records.h"
+#include "tests/fixtures/mangled_names.h"
 
 #include <stdexcept>
 
@@ -76,19 +77,17 @@ void setModelName(SweepWorld& world) {
 }
 
 void readMonitorName(SweepWorld& world) {
-    exported<std::wstring(HMONITOR)>(world,
-                                     "_Z14getMonitorNameB5cxx11P10HMONITOR__")(anyMonitor(world));
+    exported<std::wstring(HMONITOR)>(world, mangled::getNameOfMonitor)(anyMonitor(world));
 }
 
 void readMonitorPath(SweepWorld& world) {
-    exported<std::wstring(HMONITOR)>(world,
-                                     "_Z14getMonitorPathB5cxx11P10HMONITOR__")(anyMonitor(world));
+    exported<std::wstring(HMONITOR)>(world, mangled::getPathOfMonitor)(anyMonitor(world));
 }
 
 void readMonitorBasicInfo(SweepWorld& world) {
     MonitorInfo info;
-    exported<void(HMONITOR, MonitorInfo&)>(
-        world, "_Z19getMonitorBasicInfoP10HMONITOR__R11MonitorInfo")(anyMonitor(world), info);
+    exported<void(HMONITOR, MonitorInfo&)>(world, mangled::getMonitorBasicInfo)(anyMonitor(world),
+                                                                                info);
 }
 
 // The service is running, and its monitors are stale.
