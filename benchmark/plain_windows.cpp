@@ -20,7 +20,7 @@ int copy(const wchar_t (&text)[units], LPWSTR field, int room) {
     return copied;
 }
 
-WINBOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter) {
+BOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter) {
     for (std::size_t i = 0; i < windowCount; ++i) {
         callback(PlainWindows::handle(i), parameter);
     }
@@ -47,7 +47,7 @@ HWND WINAPI getAncestor(HWND window, UINT) {
     return window;
 }
 
-WINBOOL WINAPI yes(HWND) {
+BOOL WINAPI yes(HWND) {
     return TRUE;
 }
 

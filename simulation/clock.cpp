@@ -5,9 +5,15 @@
 namespace simulation {
 
 Clock::Clock(Redirects& redirects, Journal& calls) : journal(calls) {
+#ifdef _MSC_VER
+    // Microsoft's C++ library is an image of its own: an image that uses it asks it for both.
+    redirects.replace<long long()>("_Query_perf_counter", counter);
+    redirects.replace<long long()>("_Query_perf_frequency", frequency);
+#else
     redirects.replace<decltype(QueryPerformanceCounter)>("QueryPerformanceCounter", queryCounter);
     redirects.replace<decltype(QueryPerformanceFrequency)>("QueryPerformanceFrequency",
                                                            queryFrequency);
+#endif
 }
 
 void Clock::advance(std::chrono::nanoseconds time) {
@@ -18,15 +24,23 @@ void Clock::advance(std::chrono::nanoseconds time) {
     now += ticks;
 }
 
-BOOL WINAPI Clock::queryCounter(LARGE_INTEGER* counter) {
+long long Clock::counter() {
     get().journal.enter("QueryPerformanceCounter");
-    counter->QuadPart = get().now.count();
+    return get().now.count();
+}
+
+long long Clock::frequency() {
+    get().journal.enter("QueryPerformanceFrequency");
+    return Tick::period::den;
+}
+
+BOOL WINAPI Clock::queryCounter(LARGE_INTEGER* ticks) {
+    ticks->QuadPart = counter();
     return TRUE;
 }
 
-BOOL WINAPI Clock::queryFrequency(LARGE_INTEGER* frequency) {
-    get().journal.enter("QueryPerformanceFrequency");
-    frequency->QuadPart = Tick::period::den;
+BOOL WINAPI Clock::queryFrequency(LARGE_INTEGER* ticksPerSecond) {
+    ticksPerSecond->QuadPart = frequency();
     return TRUE;
 }
 

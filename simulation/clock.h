@@ -22,8 +22,10 @@ public:
 
 private:
     friend class Current<Clock>;
-    static BOOL WINAPI queryCounter(LARGE_INTEGER* counter);
-    static BOOL WINAPI queryFrequency(LARGE_INTEGER* frequency);
+    static long long counter();
+    static long long frequency();
+    static BOOL WINAPI queryCounter(LARGE_INTEGER* ticks);
+    static BOOL WINAPI queryFrequency(LARGE_INTEGER* ticksPerSecond);
 
     Journal& journal;
     Tick now = std::chrono::hours(1);

@@ -4,6 +4,8 @@
 #include "monitor/display/monitor_info.h"
 #include "monitor/service/ui_records.h"
 #include "simulation/import_redirect.h"
+#include "simulation/platform_memory.h"
+#include "tests/fixtures/mangled_names.h"
 #include "tests/fixtures/module_under_test.h"
 #include "tests/fixtures/recording_runtime/recording_runtime.h"
 #include "tests/fixtures/shipped_runtime.h"
@@ -14,7 +16,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <cwchar>
 #include <exception>
 #include <iostream>
 #include <map>
@@ -47,7 +48,7 @@ LONG CALLBACK endAtCrash(EXCEPTION_POINTERS* exception) {
 
 // The module and everything that it exports or registers.
 struct LoadedModule {
-    LoadedModule() { library.resolve(getMonitorPath, "_Z14getMonitorPathB5cxx11P10HMONITOR__"); }
+    LoadedModule() { library.resolve(getMonitorPath, mangled::getPathOfMonitor); }
 
     Library library{product("libvorlen_monitor.dll")};
     Exports exports{library};
@@ -265,7 +266,7 @@ LONG WINAPI describeUnknownMonitor(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) {
     const LONG result = DisplayConfigGetDeviceInfo(header);
     if (header->type == DISPLAYCONFIG_DEVICE_INFO_GET_TARGET_NAME) {
         auto* const target = reinterpret_cast<DISPLAYCONFIG_TARGET_DEVICE_NAME*>(header);
-        std::wcscpy(target->monitorDevicePath, LR"(\\?\DISPLAY#NEW0001#1#{e6f07b5f})");
+        fillField(target->monitorDevicePath, LR"(\\?\DISPLAY#NEW0001#1#{e6f07b5f})");
     }
     return result;
 }

@@ -5,12 +5,19 @@
 #include <gmock/gmock.h>
 
 #include <thread>
+#include <vector>
 
 namespace tests {
 namespace {
 
 using testing::ElementsAre;
 using testing::UnorderedElementsAreArray;
+
+void joinAll(std::vector<std::thread>& threads) {
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
 
 class SharedLog : public LoggerTest {
 protected:
@@ -58,16 +65,15 @@ TEST_F(SharedLog, is_set_up_once_by_threads_that_log_first_together) {
     level.set(L"loud");
     constexpr int threadCount = 8;
     Gate ready(threadCount);
-    {
-        std::vector<std::jthread> threads;
-        threads.reserve(threadCount);
-        for (int i = 0; i < threadCount; ++i) {
-            threads.emplace_back([&, image = i % 2 == 0 ? &*one : &*two] {
-                ready.pass();
-                image->log(level_enum::info, "message");
-            });
-        }
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+    for (int i = 0; i < threadCount; ++i) {
+        threads.emplace_back([&, image = i % 2 == 0 ? &*one : &*two] {
+            ready.pass();
+            image->log(level_enum::info, "message");
+        });
     }
+    joinAll(threads);
     EXPECT_EQ(complaints().size(), 1u);
     EXPECT_EQ(linesInFile().size(), 8u);
 }
@@ -79,22 +85,20 @@ TEST_F(SharedLog, keeps_lines_of_several_threads_whole_and_in_order) {
     constexpr int lineCount = 100;
     std::vector<std::string> expected;
     Gate ready(threadCount);
-    {
-        std::vector<std::jthread> threads;
-        for (int i = 0; i < threadCount; ++i) {
-            const std::string text(static_cast<std::size_t>(100 * i + 1),
-                                   static_cast<char>('a' + i));
-            for (int line = 0; line < lineCount; ++line) {
-                expected.push_back("error " + text + std::to_string(line));
-            }
-            threads.emplace_back([&ready, text, image = i % 2 == 0 ? &*one : &*two] {
-                ready.pass();
-                for (int line = 0; line < lineCount; ++line) {
-                    image->log(level_enum::error, text + std::to_string(line));
-                }
-            });
+    std::vector<std::thread> threads;
+    for (int i = 0; i < threadCount; ++i) {
+        const std::string text(static_cast<std::size_t>(100 * i + 1), static_cast<char>('a' + i));
+        for (int line = 0; line < lineCount; ++line) {
+            expected.push_back("error " + text + std::to_string(line));
         }
+        threads.emplace_back([&ready, text, image = i % 2 == 0 ? &*one : &*two] {
+            ready.pass();
+            for (int line = 0; line < lineCount; ++line) {
+                image->log(level_enum::error, text + std::to_string(line));
+            }
+        });
     }
+    joinAll(threads);
     const auto lines = withoutTimes(linesInFile());
     EXPECT_EQ(lines, linesOnStandardError());
     EXPECT_THAT(lines, UnorderedElementsAreArray(expected));

@@ -22,7 +22,7 @@ DWORD WINAPI twoTicks() {
 
 // The compiler assumes that an import table does not change within one function: a function of its
 // own reads the table at each call.
-[[gnu::noinline]] DWORD ticks() {
+__declspec(noinline) DWORD ticks() {
     return GetTickCount();
 }
 

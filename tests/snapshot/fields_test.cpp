@@ -16,7 +16,9 @@ using namespace snapshot;
 // Converts to the type of any member.
 struct Anything {
     template <typename Member>
-    operator Member() const; // never called
+    operator Member() const {
+        return Member();
+    }
 };
 
 template <typename Record, std::size_t... numbers>

@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cwchar>
 #include <deque>
 #include <iterator>
 #include <string>
@@ -97,7 +96,7 @@ Information& as(DISPLAYCONFIG_DEVICE_INFO_HEADER* header) {
 }
 
 LONG describe(DISPLAYCONFIG_SOURCE_DEVICE_NAME& name) {
-    std::wcscpy(name.viewGdiDeviceName, L"device");
+    std::ranges::copy(L"device", name.viewGdiDeviceName);
     return isAbout(name.header, sourceAdapter, sourceId, 84) ? 51 : -1;
 }
 
@@ -106,8 +105,8 @@ LONG describe(DISPLAYCONFIG_TARGET_DEVICE_NAME& name) {
     name.edidManufactureId = 0x62;
     name.edidProductCodeId = 0x63;
     name.connectorInstance = 64;
-    std::wcscpy(name.monitorFriendlyDeviceName, L"friendly");
-    std::wcscpy(name.monitorDevicePath, L"path");
+    std::ranges::copy(L"friendly", name.monitorFriendlyDeviceName);
+    std::ranges::copy(L"path", name.monitorDevicePath);
     return isAbout(name.header, sourceAdapter, targetId, 420) ? 52 : -1;
 }
 
@@ -230,7 +229,7 @@ BOOL WINAPI getMonitorInfo(HMONITOR, LPMONITORINFO info) {
     extended.rcMonitor = {-101, -102, 103, 104};
     extended.rcWork = {-111, -112, 113, 114};
     extended.dwFlags = MONITORINFOF_PRIMARY;
-    std::wcscpy(extended.szDevice, L"device");
+    std::ranges::copy(L"device", extended.szDevice);
     return TRUE;
 }
 

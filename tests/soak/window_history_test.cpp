@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <stdexcept>
 #include <string_view>
 
@@ -14,9 +13,9 @@ namespace {
 
 // Another history with every other seed.
 std::uint32_t seed() {
-    const char* const chosen = std::getenv("VORLEN_SOAK_SEED");
+    char chosen[32]{};
     std::uint32_t value = 20'260'101;
-    if (chosen != nullptr) {
+    if (GetEnvironmentVariableA("VORLEN_SOAK_SEED", chosen, sizeof(chosen)) != 0) {
         const std::string_view text = chosen;
         const auto end = std::from_chars(text.data(), text.data() + text.size(), value);
         if (end.ec != std::errc{} || end.ptr != text.data() + text.size()) {

@@ -1,5 +1,6 @@
 #include "runtime/logger.h"
 #include "tests/fixtures/log_recorder.h"
+#include "tests/fixtures/mangled_names.h"
 
 #include <windows.h>
 
@@ -44,16 +45,19 @@ HMODULE thisProgram() {
 class FirstUse {
 public:
     FirstUse() {
-        const ImportRedirect redirect(thisProgram(), "_ZN6vorlen3log8vlloggerC1Ev",
+        const ImportRedirect redirect(thisProgram(), mangled::constructLogger,
                                       addressOf(construct));
         constructor = reinterpret_cast<decltype(construct)*>(redirect.original());
         std::barrier allReady(static_cast<std::ptrdiff_t>(loggers.size()));
-        std::vector<std::jthread> threads;
+        std::vector<std::thread> threads;
         for (vllogger*& logger : loggers) {
             threads.emplace_back([&] {
                 allReady.arrive_and_wait();
                 logger = vllogger::instance();
             });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
         }
     }
 
@@ -61,9 +65,11 @@ public:
     static inline LONG constructions = 0;
 
 private:
-    static void construct(vllogger* logger) {
+    // Microsoft's constructors return the object.
+    static vllogger* construct(vllogger* logger) {
         InterlockedIncrement(&constructions);
         constructor(logger);
+        return logger;
     }
 
     static inline decltype(construct)* constructor = nullptr;
@@ -80,8 +86,8 @@ vllogger& theLogger() {
 
 // The runtime's variable that holds the callback.
 DebugCallback& storedCallback() {
-    const FARPROC address = GetProcAddress(GetModuleHandleW(L"vorlen_runtime.dll"),
-                                           "_ZN6vorlen3log8vllogger13debugCallbackE");
+    const FARPROC address =
+        GetProcAddress(GetModuleHandleW(L"vorlen_runtime.dll"), mangled::debugCallback);
     if (address == nullptr) {
         throw std::runtime_error("the runtime does not export the debug callback");
     }

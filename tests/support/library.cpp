@@ -1,6 +1,5 @@
 #include "tests/support/library.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
 namespace tests {
@@ -16,7 +15,8 @@ std::filesystem::path programFolder() {
 } // namespace
 
 std::filesystem::path product(const std::string& file) {
-    if (const wchar_t* const chosen = _wgetenv(L"VORLEN_PRODUCTS")) {
+    wchar_t chosen[MAX_PATH]{};
+    if (GetEnvironmentVariableW(L"VORLEN_PRODUCTS", chosen, MAX_PATH) != 0) {
         return std::filesystem::path(chosen) / file;
     }
     std::filesystem::path folder = programFolder();

@@ -34,15 +34,15 @@ DWORD WINAPI FailingImports::waitFor(HANDLE object, DWORD timeout) {
     return result;
 }
 
-WINBOOL WINAPI FailingImports::close(HANDLE object) {
+BOOL WINAPI FailingImports::close(HANDLE object) {
     const bool fails = get().journal.enter("CloseHandle").has_value();
-    const WINBOOL result = CloseHandle(object);
+    const BOOL result = CloseHandle(object);
     return fails ? FALSE : result;
 }
 
 // The system may lack the memory for a thread's slots when the first value is stored, but has it
 // for taking that value out again.
-WINBOOL WINAPI FailingImports::setThreadSlot(DWORD index, void* value) {
+BOOL WINAPI FailingImports::setThreadSlot(DWORD index, void* value) {
     if (value != nullptr && get().journal.enter("TlsSetValue")) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return FALSE;
@@ -50,7 +50,7 @@ WINBOOL WINAPI FailingImports::setThreadSlot(DWORD index, void* value) {
     return TlsSetValue(index, value);
 }
 
-WINBOOL WINAPI FailingImports::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
+BOOL WINAPI FailingImports::findImage(DWORD flags, LPCWSTR address, HMODULE* image) {
     if (const auto error = get().journal.enter("GetModuleHandleExW")) {
         SetLastError(static_cast<DWORD>(*error));
         return FALSE;

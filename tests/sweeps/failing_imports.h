@@ -25,9 +25,9 @@ private:
                                               Procedure procedure, void* parameter, unsigned flags,
                                               unsigned* threadId);
     static DWORD WINAPI waitFor(HANDLE object, DWORD timeout);
-    static WINBOOL WINAPI close(HANDLE object);
-    static WINBOOL WINAPI setThreadSlot(DWORD index, void* value);
-    static WINBOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
+    static BOOL WINAPI close(HANDLE object);
+    static BOOL WINAPI setThreadSlot(DWORD index, void* value);
+    static BOOL WINAPI findImage(DWORD flags, LPCWSTR address, HMODULE* image);
 
     Journal& journal;
     ImportRedirect beginRedirect;
