@@ -4,10 +4,14 @@ include(CMakePackageConfigHelpers)
 
 set(package_cmake lib/cmake/vorlen-monitor)
 
-install(TARGETS libvorlen_monitor vorlen_runtime vorlen-monitor RUNTIME DESTINATION bin)
-if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
-    foreach(target libvorlen_monitor vorlen_runtime vorlen-monitor)
-        install(FILES $<TARGET_FILE_DIR:${target}>/$<TARGET_FILE_BASE_NAME:${target}>.pdb
+set(images libvorlen_monitor vorlen_runtime)
+if(NOT VORLEN_LIBRARIES_ONLY)
+    list(APPEND images vorlen-monitor)
+endif()
+install(TARGETS ${images} RUNTIME DESTINATION bin)
+if(MSVC OR CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    foreach(image ${images})
+        install(FILES $<TARGET_FILE_DIR:${image}>/$<TARGET_FILE_BASE_NAME:${image}>.pdb
             DESTINATION bin)
     endforeach()
 endif()
