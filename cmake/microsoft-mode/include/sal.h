@@ -1,0 +1,3 @@
+// What libc++ and MinGW need of Microsoft's <sal.h>.
+#pragma once
+#pragma GCC system_header
