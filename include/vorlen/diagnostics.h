@@ -1,7 +1,8 @@
 /*
  * vorlen/diagnostics.h - functions of libvorlen_monitor.dll for support tools.
  *
- * Plain C; in C++ the functions live in vorlen::monitor_internal.
+ * Plain C; in C++ the functions live in vorlen::monitor_internal. Which hosts can catch exceptions:
+ * see vorlen/monitor.h, "Exceptions".
  */
 #ifndef VORLEN_DIAGNOSTICS_H
 #define VORLEN_DIAGNOSTICS_H

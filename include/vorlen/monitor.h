@@ -19,7 +19,9 @@
  * writes nothing. Data that the system does not provide is left out of a list, empty, or 0.
  *
  * Exceptions: exhausted memory, a thread that cannot be started and failures of the runtime are
- * thrown as C++ exceptions. Only a C++ host built with the library's toolchain can catch them.
+ * thrown as C++ exceptions. Only a C++ host built with the library's toolchain can catch them. With
+ * Microsoft's compiler the host needs the options /EHs /EHc- and /MD: built with the usual /EHsc it
+ * cannot catch them, because the compiler assumes that functions of C linkage do not throw.
  * Exhausted memory for a string that WMI takes is thrown as _com_error with E_OUTOFMEMORY, which is
  * no std::exception. With GCC and Clang, each exception of the library that the host catches makes
  * std::uncaught_exceptions(), called by the host on that thread, lower by one from then on: compare

@@ -9,7 +9,8 @@
 //
 // What the C headers say about threads, waiting, units and neutral values holds here, too.
 // Everything here belongs to the service thread, the thread that made the session. Only a host
-// built with the library's toolchain can catch what the library itself throws.
+// built with the library's toolchain can catch what the library itself throws (with Microsoft's
+// compiler: built with /EHs /EHc- and /MD, see vorlen/monitor.h).
 //
 // <windows.h> is included as the host configures it: a host that uses winsock2.h, or std::min,
 // includes that header first and defines NOMINMAX.
