@@ -1,0 +1,144 @@
+"""The program behind acceptance.cmd, in a kit whose test programs are stand-ins."""
+
+import json
+import shutil
+from contextlib import closing
+
+import pytest
+
+from desktop import BUILD, Desktop
+from processes import run_program
+
+STAND_IN = "acceptance_stand_in.exe"
+
+
+@pytest.fixture(scope="module")
+def shared_desktop():
+    with closing(Desktop()) as opened:
+        yield opened
+
+
+def make_kit(folder):
+    """The command of this kit ends at once without writing anything."""
+    for place in ("bin", "tests"):
+        (folder / place).mkdir(parents=True)
+    shutil.copy(BUILD / "tests/acceptance.exe", folder / "tests")
+    shutil.copy(BUILD / "tests/acceptance" / STAND_IN, folder / "tests")
+    shutil.copy(BUILD / "tests/window_maker.exe", folder / "bin/vorlen-monitor.exe")
+    return folder
+
+
+@pytest.fixture
+def kit(tmp_path):
+    return make_kit(tmp_path / "ein Gerät")
+
+
+def program(name, test, tier="simulated", file=STAND_IN, seconds=60):
+    arguments = f"--gtest_filter=StandIn.{test}"
+    return {"name": name, "file": file, "arguments": arguments, "tier": tier, "seconds": seconds}
+
+
+class Run:
+    def __init__(self, desktop, kit, *programs, **environment):
+        listed = json.dumps({"version": "1.2.3", "programs": programs})
+        (kit / "tests/programs.json").write_text(listed, encoding="utf-8")
+        self.ended = start(desktop, kit, **environment)
+        self.report = json.loads((kit / "acceptance-report.json").read_text(encoding="utf-8"))
+        self.programs = {each["name"]: each for each in self.report["programs"]}
+
+
+def start(desktop, kit, **environment):
+    return run_program(
+        *("wine", kit / "tests/acceptance.exe"), env=desktop.environment | environment
+    )
+
+
+def test_a_test_that_passes_and_one_that_fails_are_in_the_report(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("good", "passes"), program("bad", "fails"))
+    [passed] = run.programs["good"]["tests"]
+    [failed] = run.programs["bad"]["tests"]
+    assert (passed["name"], passed["result"]) == ("StandIn.passes", "passed")
+    assert (failed["name"], failed["result"]) == ("StandIn.fails", "failed")
+    assert "private" in failed["failures"][0]
+    assert " 1/3 good: 1 passed\n" in run.ended.stdout
+    assert " 2/3 bad: 0 passed, 1 failed\n      failed: StandIn.fails\n" in run.ended.stdout
+
+
+def test_texts_of_the_real_desktop_are_left_out_of_failures(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("bad", "fails", "real"))
+    [failed] = run.programs["bad"]["tests"]
+    assert "private" not in failed["failures"][0]
+    assert 'L"..."' in failed["failures"][0]
+
+
+def test_what_facts_found_has_a_place_of_its_own(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("facts", "passes:*.is_not_measured", "real"))
+    assert run.report["facts"] == [
+        {
+            "name": "StandIn.passes",
+            "result": "passed",
+            "answer": "found",
+            "details": {"count": "3"},
+        },
+        {
+            "name": "StandIn.is_not_measured",
+            "result": "not measured",
+            "reason": "there is nothing to measure",
+        },
+    ]
+    assert "StandIn.is_not_measured: there is nothing to measure\n" in run.ended.stdout
+
+
+def test_a_program_without_results_is_a_failure_with_its_output(shared_desktop, kit):
+    run = Run(
+        *(shared_desktop, kit, program("early", "ends_early")),
+        program("late", "waits_for_another_process", seconds=0),
+        program("absent", "passes", file="absent.exe"),
+    )
+    outcomes = {name: each["outcome"] for name, each in run.programs.items()}
+    assert outcomes["early"] == "no results"
+    assert outcomes["late"] == "its time was over, no results"
+    assert outcomes["absent"].startswith("cannot start absent.exe")
+    assert "StandIn.ends_early" in run.programs["early"]["output"]
+    assert run.report["totals"]["failed"] == 4  # and the recording
+    assert run.ended.returncode == 1
+
+
+def test_a_recording_that_is_not_made_is_a_failure(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("good", "passes"))
+    assert run.report["recording"] is None
+    assert run.ended.stdout.splitlines()[-2:] == [
+        " 2/2 recording of the desktop: failed",
+        "Failed: 1 passed, 1 failed, 0 not measured; the report is acceptance-report.json",
+    ]
+    assert run.ended.returncode == 1
+
+
+def test_settings_of_the_user_do_not_reach_the_programs(shared_desktop, kit):
+    run = Run(
+        *(shared_desktop, kit, program("good", "sees_no_setting_of_the_user")),
+        VORLEN_KIT_MODELS="ONE",
+        GTEST_FILTER="-*",
+    )
+    assert [each["result"] for each in run.programs["good"]["tests"]] == ["passed"]
+
+
+def complaint(ended) -> str:
+    assert ended.returncode == 1
+    [line] = ended.stderr.splitlines()
+    assert line.startswith("acceptance: ")
+    return line
+
+
+def test_a_kit_that_was_not_unzipped_completely_is_refused(shared_desktop, kit):
+    assert "unzip the whole kit" in complaint(start(shared_desktop, kit))
+
+
+def test_a_folder_that_cannot_be_written_is_refused(shared_desktop, kit):
+    (kit / "tests/results").touch()
+    assert "unzip the kit into a folder of your own" in complaint(start(shared_desktop, kit))
+
+
+def test_a_folder_that_test_programs_cannot_name_is_refused(shared_desktop, tmp_path):
+    kit = make_kit(tmp_path / "日本")
+    assert "unzip the kit into another folder" in complaint(start(shared_desktop, kit))
