@@ -43,7 +43,7 @@ def run(*command, **options) -> str:
 
 @pytest.fixture(scope="module")
 def archive():
-    archives = list((PROJECT / "dist").glob("vorlen-monitor-*-win64.zip"))
+    archives = list((PROJECT / "dist").glob("vorlen-monitor-*[0-9]-win64.zip"))
     assert len(archives) == 1, "this command makes the package: ./package"
     return archives[0]
 
