@@ -2,11 +2,13 @@
 
 import json
 import os
+import resource
 from contextlib import closing
 
 import pytest
 
 from desktop import Desktop
+from processes import finish
 from recordings import read_recording
 from running_host import RunningHost
 from window_maker import CLASS_NAME, WS_DISABLED, WS_POPUP, WindowMaker
@@ -128,6 +130,21 @@ def test_a_failure_leaves_an_existing_file_as_it_was(outputs, tmp_path):
     file = tmp_path / ("a" * 250 + ".json")
     file.write_text("older")
     assert "cannot write" in refusal(outputs, file)
+    assert file.read_text() == "older"
+    assert os.listdir(tmp_path) == [file.name]
+
+
+def test_a_full_disk_leaves_an_existing_file_as_it_was(outputs, tmp_path):
+    file = tmp_path / "a.json"
+    file.write_text("older")
+    # A file may have 1,000 bytes. The signal that reports more is ignored, so that writing fails.
+    limit = {
+        "preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000)),
+        "restore_signals": False,
+    }
+    refused = finish(outputs.start(COMMAND, "record", str(file), **limit))
+    assert (refused.returncode, refused.stdout) == (4, "")
+    assert refused.stderr.startswith(f'vorlen-monitor: cannot write "{file}": ')
     assert file.read_text() == "older"
     assert os.listdir(tmp_path) == [file.name]
 
