@@ -1,5 +1,6 @@
 # What the acceptance kit takes of the tests: `cmake --install BUILD --component acceptance` copies
-# every program and library in the folder tests of the build, with its place in that folder.
+# every program and library in the folder tests of the build, with its place in that folder. A folder
+# whose tests read a file installs it itself.
 function(install_test_images folder)
     get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
     foreach(target IN LISTS targets)
