@@ -156,6 +156,71 @@ def test_a_comparison_changes_nothing(tree):
     assert (tree / "tests/acceptance/findings.json").read_text() == "{}"
 
 
+def test_an_answer_of_an_unknown_fact_is_not_kept(tree):
+    succeeds(tree, write_report(tree, answered("Titles.of_old", "both")))
+    assert "Titles.of_old" not in (tree / "tests/acceptance/findings.json").read_text()
+
+
+@pytest.mark.parametrize("text", ["<b>x</b>", "![x](http://x)", "a*b*", "a_b_ & c"])
+def test_an_answer_is_no_markup(tree, text):
+    succeeds(tree, write_report(tree, answered("Titles.of_no_window", text)))
+    assert row(tree, "Titles.of_no_window")[-1] == f"`{text}`"
+
+
+def test_a_failure_does_not_control_the_terminal(tree):
+    failed = {"name": "A.b", "result": "failed", "failures": ["\x1b[2Jx\r\u202e"]}
+    report = write_report(tree, programs=[{"name": "display", "tests": [failed]}])
+    assert succeeds(tree, report) == ["failed A.b:  [2Jx  "]
+
+
+USABLE = {
+    "format": "vorlen-monitor acceptance",
+    "version": 1,
+    "system": {"name": "Windows 11", "version": "10.0.22631"},
+    "programs": [],
+    "facts": [answered("Titles.of_a_window", "both")],
+}
+FACT = USABLE["facts"][0]
+
+
+@pytest.mark.parametrize(
+    "change",
+    [
+        {"version": None},
+        {"system": None},
+        {"system": {"name": "Windows | 11", "version": "10"}},
+        {"system": {"name": "Windows 11", "version": "<b>10</b>"}},
+        {"system": {"name": "Windows 11\n", "version": "10"}},
+        {"programs": None},
+        {"programs": [{"name": "display", "tests": [{}]}]},
+        {"programs": [{"name": "display", "outcome": 1}]},
+        {"facts": None},
+        {"facts": ["Titles.of_a_window"]},
+        {"facts": [FACT | {"name": ["a"]}]},
+        {"facts": [FACT | {"result": "other"}]},
+        {"facts": [FACT | {"answer": 1}]},
+        {"facts": [FACT | {"answer": "a | b"}]},
+        {"facts": [FACT | {"answer": "a\nb"}]},
+        {"facts": [FACT | {"answer": "a`<b>`"}]},
+        {"facts": [FACT | {"answer": "a" * 201}]},
+        {"facts": [{"name": "Titles.of_a_window", "result": "not measured"}]},
+        {"facts": [{"name": "A.b", "result": "failed", "failures": [1]}]},
+    ],
+)
+def test_a_report_with_a_defect_is_refused_and_changes_nothing(tree, change):
+    file = tree / "acceptance-report.json"
+    file.write_text(json.dumps(USABLE | change), encoding="utf-8")
+    assert "acceptance-report.json has " in complaint_of(ledger(tree, file))
+    assert (tree / "tests/acceptance/findings.json").read_text() == "{}"
+
+
+def test_a_report_without_a_part_is_refused(tree):
+    file = tree / "acceptance-report.json"
+    for part in ("version", "system", "programs", "facts"):
+        file.write_text(json.dumps({key: USABLE[key] for key in USABLE if key != part}))
+        assert "acceptance-report.json has " in complaint_of(ledger(tree, file))
+
+
 def test_an_answer_with_a_backslash_is_code(tree):
     succeeds(tree, write_report(tree, answered("Titles.of_no_window", r"\\?\x")))
     assert row(tree, "Titles.of_no_window")[-1] == r"`\\?\x`"
@@ -181,7 +246,10 @@ def test_a_file_without_a_subject_is_an_error(tree):
     assert "titles_fact.cpp: begin it with" in complaint_of(ledger(tree))
 
 
-@pytest.mark.parametrize("text", ["", "[]", '{"format": "other"}'])
+@pytest.mark.parametrize(
+    "text",
+    ["", "[]", '{"format": "other"}', pytest.param("[" * 100_000, id="deep")],
+)
 def test_another_file_than_a_report_is_refused(tree, text):
     (tree / "other.json").write_text(text, encoding="utf-8")
     assert "other.json" in complaint_of(ledger(tree, tree / "other.json"))
