@@ -53,6 +53,14 @@ def test_windows_uses_presets_that_exist():
         assert preset in {each["name"] for each in PRESETS[f"{kinds[command]}Presets"]}
 
 
+def test_windows_runs_no_quoted_program_in_for():
+    """The command interpreter removes the quotes of a path with parentheses there."""
+    [windows] = [each for each in WORKFLOWS if each.stem == "windows"]
+    loops = re.findall(r"^for /f .*", commands_of(windows), re.M)
+    assert loops
+    assert all(re.search(r" in \('\w", loop) for loop in loops)
+
+
 def test_windows_follows_a_workflow_that_exists():
     """The key "on" is read as true by YAML 1.1."""
     [windows] = [each for each in WORKFLOWS if each.stem == "windows"]
