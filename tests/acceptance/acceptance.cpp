@@ -29,6 +29,9 @@ using Json = nlohmann::ordered_json;
 using std::filesystem::path;
 
 constexpr auto timeOfCommand = std::chrono::minutes(2);
+// Bytes of an output in the report: enough for what all facts print, whose results are written only
+// when the last one has ended.
+constexpr std::size_t mostOutput = 64'000;
 constexpr const char* reportName = "acceptance-report.json";
 
 std::string readFile(const path& file) {
@@ -173,7 +176,7 @@ private:
             found.failed = 1;
             print(outcome + "; ");
             result["outcome"] = redacted(outcome);
-            result["output"] = redacted(endOf(output));
+            result["output"] = endOf(redacted(output), mostOutput);
         }
         totals += found;
         endStep(found, tests);
@@ -193,11 +196,6 @@ private:
                         wide(arguments + " --gtest_output=json:" +
                              program["name"].get<std::string>() + ".json"),
                         work.place, std::chrono::seconds(program.at("seconds").get<int>()));
-    }
-
-    static std::string endOf(const std::string& output) {
-        constexpr std::size_t most = 4'000; // bytes
-        return output.size() > most ? output.substr(output.size() - most) : output;
     }
 
     static void endStep(const Totals& found, const Json& tests) {
@@ -229,7 +227,7 @@ private:
             print("made\n");
         } else {
             report["recording"] = nullptr;
-            report["recording output"] = redaction.withoutQuotes(endOf(child.output));
+            report["recording output"] = endOf(redaction.withoutQuotes(child.output), mostOutput);
             ++totals.failed;
             print("failed\n");
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -14,10 +15,12 @@ public:
     // character are left alone.
     explicit Redaction(std::vector<std::pair<std::wstring, std::wstring>> placeholders);
 
-    // The names of this user, of this machine, and of the folder.
+    // The names of this user, of this machine and its domain, of the folder, and of the user's
+    // folders: their names need not be that of the user.
     static Redaction ofThisMachine(const std::wstring& folder);
 
-    // UTF-8 with placeholders, whatever the case of the letters was. A byte that is not UTF-8
+    // UTF-8 with placeholders, whatever the case of the letters was. The text may be UTF-8 or in
+    // the system's code page, with GoogleTest's escapes or without. A byte that is not UTF-8
     // becomes U+FFFD.
     std::string withoutNames(std::string_view text) const;
 
@@ -28,5 +31,8 @@ public:
 private:
     std::vector<std::pair<std::wstring, std::wstring>> names;
 };
+
+// The end of a UTF-8 text, with at most this many bytes and no part of a character.
+std::string endOf(const std::string& text, std::size_t most);
 
 } // namespace tests

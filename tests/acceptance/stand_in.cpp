@@ -44,6 +44,11 @@ TEST(StandIn, ends_early) {
     std::exit(0);
 }
 
+TEST(StandIn, ends_early_after_a_long_title) {
+    std::printf("before \"%s\" behind\n", std::string(70'000, 'x').c_str());
+    std::exit(0);
+}
+
 TEST(StandIn, waits) {
     Sleep(INFINITE);
 }

@@ -104,6 +104,13 @@ def test_a_program_without_results_is_a_failure_with_its_output(shared_desktop, 
     assert run.ended.returncode == 1
 
 
+def test_a_long_output_has_no_part_of_a_title(shared_desktop, kit):
+    early = program("early", "ends_early_after_a_long_title", "real")
+    output = Run(shared_desktop, kit, early).programs["early"]["output"]
+    assert 'before "..." behind' in output
+    assert "xx" not in output
+
+
 def test_a_recording_that_is_not_made_is_a_failure(shared_desktop, kit):
     run = Run(shared_desktop, kit, program("good", "passes"))
     assert run.report["recording"] is None
