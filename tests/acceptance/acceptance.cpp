@@ -15,6 +15,7 @@
 #include <fstream>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <string>
@@ -48,16 +49,18 @@ std::wstring wide(const std::string& ascii) {
     return {ascii.begin(), ascii.end()};
 }
 
-// A folder for the files of the programs. The destructor removes it.
+// An empty folder for the files of the programs. The destructor removes it.
 class WorkFolder {
 public:
     explicit WorkFolder(path where) : place(std::move(where)) {
         std::error_code error;
-        create_directories(place, error);
-        if (error) {
+        if (is_directory(place, error)) { // of a run that was ended before it could remove it
+            remove_all(place, error);
+        }
+        if (!create_directory(place, error)) {
             throw std::runtime_error(
-                "this folder cannot be written; unzip the kit into a folder of "
-                "your own, such as one on your desktop");
+                "this folder cannot be written, or is used by another run; unzip the kit into a "
+                "folder of your own, such as one on your desktop");
         }
         // GoogleTest writes its files with names in the system's code page.
         BOOL changed = FALSE;
@@ -102,6 +105,7 @@ public:
         if (list.is_discarded()) {
             throw std::runtime_error("tests\\programs.json is missing; unzip the whole kit");
         }
+        removeEarlierReport();
         describe(list);
         steps = list.at("programs").size() + 1;
         for (const Json& program : list["programs"]) {
@@ -120,6 +124,17 @@ public:
     }
 
 private:
+    // So that a run that is ended leaves no report of an earlier one, and one that could not write
+    // its own does not begin.
+    void removeEarlierReport() const {
+        std::error_code error;
+        remove(kit / reportName, error);
+        if (error) {
+            throw std::runtime_error(std::string(reportName) +
+                                     " cannot be replaced; close the program that has it open");
+        }
+    }
+
     void describe(const Json& list) {
         const System system = thisSystem();
         report["format"] = "vorlen-monitor acceptance";
@@ -139,7 +154,12 @@ private:
     }
 
     ChildResult runCommand(const std::wstring& arguments) const {
-        return runChild(kit / L"bin" / L"vorlen-monitor.exe", arguments, work.place, timeOfCommand);
+        try {
+            return runChild(kit / L"bin" / L"vorlen-monitor.exe", arguments, work.place,
+                            timeOfCommand);
+        } catch (const std::system_error& error) {
+            return {std::nullopt, error.what()};
+        }
     }
 
     void beginStep(const std::string& name) {

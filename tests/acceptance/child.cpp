@@ -64,8 +64,8 @@ ChildResult runChild(const std::filesystem::path& program, const std::wstring& a
     const OwnedHandle job = makeJob();
     const OwnedHandle input = openShared(L"NUL", GENERIC_READ, OPEN_EXISTING, 0);
     const OwnedHandle output =
-        openShared(folder / L"output.txt", GENERIC_READ | GENERIC_WRITE | DELETE, CREATE_ALWAYS,
-                   FILE_FLAG_DELETE_ON_CLOSE);
+        openShared(folder / program.stem().concat(L".txt"), GENERIC_READ | GENERIC_WRITE | DELETE,
+                   CREATE_ALWAYS, FILE_FLAG_DELETE_ON_CLOSE);
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;

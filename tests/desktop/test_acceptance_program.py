@@ -6,7 +6,7 @@ from contextlib import closing
 
 import pytest
 
-from desktop import BUILD, Desktop
+from desktop import BUILD, PROJECT, Desktop
 from processes import run_program
 
 STAND_IN = "acceptance_stand_in.exe"
@@ -111,6 +111,28 @@ def test_a_long_output_has_no_part_of_a_title(shared_desktop, kit):
     assert "xx" not in output
 
 
+def test_results_of_an_earlier_run_are_not_read(shared_desktop, kit):
+    good = program("early", "passes")
+    (kit / "tests/results").mkdir()
+    shared = {"env": shared_desktop.environment, "cwd": kit / "tests/results"}
+    run_program(
+        *("wine", kit / "tests" / STAND_IN, *good["arguments"].split()),
+        "--gtest_output=json:early.json",
+        **shared,
+    )
+    assert (kit / "tests/results/early.json").exists()
+    run = Run(shared_desktop, kit, program("early", "ends_early"))
+    assert run.programs["early"]["outcome"] == "no results"
+
+
+def test_a_command_that_cannot_be_started_is_a_failure(shared_desktop, kit):
+    """An antivirus may take it away."""
+    (kit / "bin/vorlen-monitor.exe").unlink()
+    run = Run(shared_desktop, kit, program("good", "passes"))
+    assert run.report["recording output"].startswith("cannot start vorlen-monitor.exe")
+    assert run.report["totals"] == {"passed": 1, "failed": 1, "not measured": 0}
+
+
 def test_a_recording_that_is_not_made_is_a_failure(shared_desktop, kit):
     run = Run(shared_desktop, kit, program("good", "passes"))
     assert run.report["recording"] is None
@@ -144,6 +166,25 @@ def test_a_kit_that_was_not_unzipped_completely_is_refused(shared_desktop, kit):
 def test_a_folder_that_cannot_be_written_is_refused(shared_desktop, kit):
     (kit / "tests/results").touch()
     assert "unzip the kit into a folder of your own" in complaint(start(shared_desktop, kit))
+
+
+def test_a_report_that_cannot_be_replaced_is_refused_at_once(shared_desktop, kit):
+    (kit / "tests/programs.json").write_text('{"version": "1.2.3", "programs": []}')
+    (kit / "acceptance-report.json").mkdir()
+    (kit / "acceptance-report.json/file").touch()
+    ended = start(shared_desktop, kit)
+    assert "close the program that has it open" in complaint(ended)
+    assert ended.stdout == ""
+
+
+def test_the_script_without_the_other_files_says_what_to_do(shared_desktop, tmp_path):
+    """As in an archive that was opened and not unzipped."""
+    shutil.copy(PROJECT / "tests/acceptance/acceptance.cmd", tmp_path)
+    ended = run_program(
+        *("wine", "cmd", "/c", "acceptance.cmd"), env=shared_desktop.environment, cwd=tmp_path
+    )
+    assert ended.returncode == 1
+    assert "unzip the whole archive" in ended.stdout
 
 
 def test_a_folder_that_test_programs_cannot_name_is_refused(shared_desktop, tmp_path):
