@@ -1,24 +1,21 @@
 #include "tests/acceptance/system.h"
 
+#include "tests/support/wine.h"
+
 #include <windows.h>
 
 namespace tests {
 
 namespace {
 
-template <typename Function>
-Function* exportOf(const wchar_t* library, const char* name) {
-    return reinterpret_cast<Function*>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(library), name)));
-}
-
 // Unlike GetVersionExW it does not depend on the manifest of the program.
 OSVERSIONINFOEXW versionOfWindows() {
     OSVERSIONINFOEXW version{};
     version.dwOSVersionInfoSize = sizeof(version);
-    const auto read = exportOf<LONG WINAPI(OSVERSIONINFOEXW*)>(L"ntdll.dll", "RtlGetVersion");
+    using Read = LONG WINAPI(OSVERSIONINFOEXW*);
+    const FARPROC read = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetVersion");
     if (read != nullptr) {
-        read(&version);
+        reinterpret_cast<Read*>(reinterpret_cast<void*>(read))(&version);
     }
     return version;
 }
@@ -48,8 +45,8 @@ bool isAdministrator() {
 } // namespace
 
 System thisSystem() {
-    if (const auto wine = exportOf<const char * CDECL()>(L"ntdll.dll", "wine_get_version")) {
-        const std::string version = wine();
+    if (const char* const wine = wineVersion()) {
+        const std::string version = wine;
         return {"Wine " + version.substr(0, version.find('.')), version, isAdministrator()};
     }
     const OSVERSIONINFOEXW version = versionOfWindows();

@@ -4,6 +4,7 @@
 #include "tests/fixtures/locator_in_front.h"
 #include "tests/fixtures/other_program.h"
 #include "tests/support/simulation.h"
+#include "tests/support/wine.h"
 
 #include <windows.h>
 
@@ -179,9 +180,8 @@ TEST(ReadDesktop, reads_the_process_and_its_session) {
     ASSERT_NE(GetEnvironmentVariableW(L"USERNAME", user, 256), 0u);
     EXPECT_EQ(process.userName, user);
     EXPECT_THAT(process.windowsVersion, MatchesRegex("\\d+\\.\\d+\\.\\d+"));
-    const bool isWine =
-        GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
-    EXPECT_EQ(!process.wineVersion.empty(), isWine);
+    const char* const wine = wineVersion();
+    EXPECT_EQ(process.wineVersion, wine != nullptr ? wine : "");
     EXPECT_EQ(process.moduleVersion, "");
 }
 

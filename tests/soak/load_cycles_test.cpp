@@ -3,6 +3,7 @@
 #include "tests/soak/loaded_products.h"
 #include "tests/soak/process_state.h"
 #include "tests/support/simulation.h"
+#include "tests/support/wine_test.h"
 
 #include <optional>
 
@@ -47,11 +48,13 @@ void liveOnce(End end) {
     EXPECT_EQ(desktop.eventHooks.installed(), 0u);
 }
 
-TEST(LoadCycles, leave_nothing_behind) {
+using LoadCycles = WineTest;
+
+TEST_F(LoadCycles, leave_nothing_behind) {
     EXPECT_TRUE(leavesNothingBehind(1'000, [] { liveOnce(End::cleanupAndUnload); }));
 }
 
-TEST(LoadCycles, leave_nothing_behind_without_cleanup) {
+TEST_F(LoadCycles, leave_nothing_behind_without_cleanup) {
     EXPECT_TRUE(leavesNothingBehind(100, [] { liveOnce(End::unload); }));
 }
 

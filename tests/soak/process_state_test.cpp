@@ -1,6 +1,7 @@
 #include "tests/soak/process_state.h"
 #include "tests/soak/system_counts.h"
 #include "tests/support/library.h"
+#include "tests/support/wine_test.h"
 
 #include <windows.h>
 
@@ -113,8 +114,10 @@ const std::vector<Leak> leaks = {
     {"Thread", {"threads", "handles: "}, takeThread, giveThread},
 };
 
+using ProcessStateUnderWine = WineTest;
+
 // What is not reported would never be noticed.
-TEST(ProcessState, reports_a_cycle_that_keeps_something) {
+TEST_F(ProcessStateUnderWine, reports_a_cycle_that_keeps_something) {
     for (const Leak& leak : leaks) {
         SCOPED_TRACE(leak.name);
         std::array<void*, 300> taken{};
@@ -129,7 +132,7 @@ TEST(ProcessState, reports_a_cycle_that_keeps_something) {
     }
 }
 
-TEST(ProcessState, reports_an_image_that_stays_loaded) {
+TEST_F(ProcessStateUnderWine, reports_an_image_that_stays_loaded) {
     const ProcessState before;
     const Library library(product("vorlen_runtime.dll"));
     EXPECT_THAT(ProcessState().otherDifferencesFrom(before),
@@ -137,7 +140,7 @@ TEST(ProcessState, reports_an_image_that_stays_loaded) {
 }
 
 // Not every system counts.
-TEST(ProcessState, has_the_counts_of_a_system_that_counts) {
+TEST_F(ProcessStateUnderWine, has_the_counts_of_a_system_that_counts) {
     const std::int64_t handles = systemHandleCount();
     const std::int64_t objects = systemUserObjectCount();
     const HANDLE event = CreateEventW(nullptr, TRUE, FALSE, nullptr);
@@ -148,7 +151,7 @@ TEST(ProcessState, has_the_counts_of_a_system_that_counts) {
     CloseHandle(event);
 }
 
-TEST(ProcessState, is_the_same_after_a_cycle_that_gives_everything_back) {
+TEST_F(ProcessStateUnderWine, is_the_same_after_a_cycle_that_gives_everything_back) {
     EXPECT_TRUE(leavesNothingBehind(10, [] {
         for (const Leak& leak : leaks) {
             leak.give(leak.take());

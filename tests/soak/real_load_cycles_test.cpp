@@ -1,5 +1,6 @@
 #include "tests/soak/loaded_products.h"
 #include "tests/soak/process_state.h"
+#include "tests/support/wine_test.h"
 
 #include <windows.h>
 
@@ -31,7 +32,9 @@ public:
     const HWND windowBox;
 };
 
-TEST(RealLoadCycles, leave_nothing_behind) {
+using RealLoadCycles = WineTest;
+
+TEST_F(RealLoadCycles, leave_nothing_behind) {
     const HostWindow host;
     EXPECT_TRUE(leavesNothingBehind(1'000, [&] {
         const LoadedProducts products;

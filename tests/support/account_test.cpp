@@ -1,5 +1,6 @@
 #include "tests/support/account.h"
 #include "tests/support/failures_of.h"
+#include "tests/support/wine_test.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,12 +13,16 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
 
 std::vector<std::string> failuresAgainst(const Account& account) {
     return failuresOf([&] { account.expectSettled(0ms); });
 }
 
-TEST(Account, is_settled_when_everything_was_freed) {
+using AccountUnderWine = WineTest;
+
+TEST_F(AccountUnderWine, is_settled_when_everything_was_freed) {
     const Account account;
     ::operator delete(::operator new(1));
     CloseHandle(CreateEventW(nullptr, FALSE, FALSE, nullptr));
@@ -25,7 +30,7 @@ TEST(Account, is_settled_when_everything_was_freed) {
     account.expectSettled(0ms);
 }
 
-TEST(Account, reports_memory_that_was_kept) {
+TEST_F(AccountUnderWine, reports_memory_that_was_kept) {
     const Account account;
     void* const block = ::operator new(12345);
     const auto failures = failuresAgainst(account);
@@ -33,7 +38,7 @@ TEST(Account, reports_memory_that_was_kept) {
     ::operator delete(block);
 }
 
-TEST(Account, reports_memory_that_is_missing) {
+TEST_F(AccountUnderWine, reports_memory_that_is_missing) {
     void* const block = ::operator new(1);
     const Account account;
     ::operator delete(block);
@@ -41,7 +46,7 @@ TEST(Account, reports_memory_that_is_missing) {
     EXPECT_THAT(failures, ElementsAre(HasSubstr("blocks of the C library's heap are taken")));
 }
 
-TEST(Account, allows_blocks_that_are_left_on_purpose) {
+TEST_F(AccountUnderWine, allows_blocks_that_are_left_on_purpose) {
     const Account account;
     void* const block = ::operator new(1);
     expectBlocksLeft(1);
@@ -52,7 +57,7 @@ TEST(Account, allows_blocks_that_are_left_on_purpose) {
     expectBlocksLeft(0);
 }
 
-TEST(Account, reports_a_handle_that_was_kept) {
+TEST_F(AccountUnderWine, reports_a_handle_that_was_kept) {
     const Account account;
     const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     const auto failures = failuresAgainst(account);
@@ -60,12 +65,33 @@ TEST(Account, reports_a_handle_that_was_kept) {
     CloseHandle(event);
 }
 
-TEST(Account, reports_a_thread_slot_that_was_kept) {
+TEST_F(AccountUnderWine, reports_a_thread_slot_that_was_kept) {
     const Account account;
     const DWORD slot = TlsAlloc();
     const auto failures = failuresAgainst(account);
     EXPECT_THAT(failures, ElementsAre(HasSubstr("a slot of thread-local storage")));
     TlsFree(slot);
+}
+
+// What an account reports of code that gives nothing back.
+std::vector<std::string> failuresOfLeaks(bool systemHasAccounts) {
+    const Account account(systemHasAccounts);
+    void* const block = ::operator new(1);
+    const HANDLE event = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    const DWORD slot = TlsAlloc();
+    std::vector<std::string> failures = failuresAgainst(account);
+    TlsFree(slot);
+    CloseHandle(event);
+    ::operator delete(block);
+    return failures;
+}
+
+TEST_F(AccountUnderWine, reports_each_kind_that_was_kept) {
+    EXPECT_THAT(failuresOfLeaks(true), SizeIs(3));
+}
+
+TEST(AccountOnWindows, counts_nothing_of_the_process) {
+    EXPECT_THAT(failuresOfLeaks(false), IsEmpty());
 }
 
 } // namespace
