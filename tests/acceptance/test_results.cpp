@@ -18,16 +18,17 @@ std::string resultOf(const Json& test) {
                                               : "failed";
 }
 
-void addFinding(const Json& test, Json& result) {
+void addFinding(const Json& test, const std::function<std::string(const std::string&)>& redacted,
+                Json& result) {
     if (test.contains("answer")) {
-        result["answer"] = test["answer"];
+        result["answer"] = redacted(test["answer"]);
     }
     if (test.contains("not measured")) {
-        result["reason"] = test["not measured"];
+        result["reason"] = redacted(test["not measured"]);
     }
     for (const auto& [key, value] : test.items()) {
         if (key.starts_with(detailMark)) {
-            result["details"][key.substr(detailMark.size())] = value;
+            result["details"][key.substr(detailMark.size())] = redacted(value);
         }
     }
 }
@@ -58,7 +59,7 @@ Json testsOf(std::string_view file,
             for (const Json& failure : test.value("failures", Json::array())) {
                 result["failures"].push_back(redacted(failure.at("failure").get<std::string>()));
             }
-            addFinding(test, result);
+            addFinding(test, redacted, result);
         }
     }
     return tests;

@@ -47,6 +47,16 @@ TEST(TestResults, have_what_a_fact_found) {
                                "details": {"windows": "0"}}])"));
 }
 
+TEST(TestResults, have_what_a_fact_found_as_it_is_redacted) {
+    const Json tests = testsOf(R"({"testsuites": [{"name": "S", "testsuite": [
+        {"name": "a", "status": "RUN", "result": "COMPLETED", "answer": "yes", "detail b": "2"},
+        {"name": "c", "status": "RUN", "result": "SKIPPED", "not measured": "none"}]}]})",
+                               [](const std::string& text) { return '<' + text + '>'; });
+    EXPECT_EQ(tests[0]["answer"], "<yes>");
+    EXPECT_EQ(tests[0]["details"]["b"], "<2>");
+    EXPECT_EQ(tests[1]["reason"], "<none>");
+}
+
 TEST(TestResults, leave_disabled_tests_out) {
     EXPECT_EQ(testsIn(disabled), Json::array());
 }
