@@ -21,6 +21,7 @@
 #include <string>
 #include <system_error>
 #include <utility>
+#include <vector>
 
 namespace tests {
 
@@ -30,8 +31,8 @@ using Json = nlohmann::ordered_json;
 using std::filesystem::path;
 
 constexpr auto timeOfCommand = std::chrono::minutes(2);
-// Bytes of an output in the report: enough for what all facts print, whose results are written only
-// when the last one has ended.
+// Bytes of an output in the report: enough for what all facts of a suite print, whose results are
+// written only when the last one has ended.
 constexpr std::size_t mostOutput = 64'000;
 constexpr const char* reportName = "acceptance-report.json";
 
@@ -168,54 +169,108 @@ private:
               ' ' + name + ": ");
     }
 
+    // What one process of a test program found.
+    struct Run {
+        Json tests = Json::array();
+        Totals totals;
+        std::string outcome; // what the tests do not explain; redacted, as the output is then
+        std::string output;
+    };
+
     void runProgram(const Json& program) {
         const std::string name = program.at("name");
         beginStep(name);
         Json result{{"name", name}, {"tier", program.at("tier")}};
+        Run run = name == "facts" ? runSuites(program) : runTests(program, name);
+        if (!run.outcome.empty()) {
+            print(run.outcome + "; ");
+            result["outcome"] = run.outcome;
+            result["output"] = run.output;
+        }
+        totals += run.totals;
+        endStep(run.totals, run.tests);
+        if (name == "facts") {
+            report["facts"] = std::move(run.tests);
+        } else {
+            result["tests"] = std::move(run.tests);
+        }
+        report["programs"].push_back(std::move(result));
+    }
+
+    // Each suite in a process of its own, with all of the program's time: one that hangs or crashes
+    // costs no answer of another one.
+    Run runSuites(const Json& program) const {
+        const std::string name = program.at("name");
+        const auto suites = suitesOf(program);
+        if (suites.empty()) {
+            return runTests(program, name); // finds out why
+        }
+        Run all;
+        for (const auto& [suite, filter] : suites) {
+            const Run run = runTests(program, name + '.' + suite, " --gtest_filter=" + filter);
+            all.tests.insert(all.tests.end(), run.tests.begin(), run.tests.end());
+            all.totals += run.totals;
+            if (!run.outcome.empty()) {
+                all.outcome += (all.outcome.empty() ? "" : "; ") + suite + ": " + run.outcome;
+                all.output += run.output;
+            }
+        }
+        return all;
+    }
+
+    // The suites with their filters; none when the program does not list them.
+    std::vector<std::pair<std::string, std::string>> suitesOf(const Json& program) const {
+        const std::string resultName = program["name"].get<std::string>() + ".list";
+        try {
+            start(program, resultName, " --gtest_list_tests", timeOfCommand);
+            return filtersOf(readFile(resultsOf(resultName)));
+        } catch (const std::system_error&) {
+            return {};
+        } catch (const Json::exception&) {
+            return {};
+        }
+    }
+
+    Run runTests(const Json& program, const std::string& resultName,
+                 const std::string& moreArguments = {}) const {
         const auto redacted = [&](const std::string& text) {
             return program["tier"] == "real" ? redaction.withoutQuotes(text)
                                              : redaction.withoutNames(text);
         };
-        Json tests = Json::array();
+        Run run;
         std::string output;
         std::string outcome;
         try {
-            const ChildResult child = runTests(program);
+            const ChildResult child = start(program, resultName, moreArguments,
+                                            std::chrono::seconds(program.at("seconds").get<int>()));
             output = child.output;
             outcome = !child.exitCode        ? "its time was over"
                       : *child.exitCode == 0 ? ""
                                              : "exit code " + std::to_string(*child.exitCode);
-            tests = testsOf(readFile(resultsOf(name)), redacted);
+            run.tests = testsOf(readFile(resultsOf(resultName)), redacted);
         } catch (const std::system_error& error) {
             outcome = error.what();
         } catch (const Json::exception&) {
             outcome += outcome.empty() ? "no results" : ", no results";
         }
-        Totals found = totalsOf(tests);
-        if (found.failed == 0 && !outcome.empty()) { // what the tests do not explain
-            found.failed = 1;
-            print(outcome + "; ");
-            result["outcome"] = redacted(outcome);
-            result["output"] = endOf(redacted(output), mostOutput);
+        run.totals = totalsOf(run.tests);
+        if (run.totals.failed == 0 && !outcome.empty()) {
+            run.totals.failed = 1;
+            run.outcome = redacted(outcome);
+            run.output = endOf(redacted(output), mostOutput);
         }
-        totals += found;
-        endStep(found, tests);
-        if (name == "facts") {
-            report["facts"] = std::move(tests);
-        } else {
-            result["tests"] = std::move(tests);
-        }
-        report["programs"].push_back(std::move(result));
+        return run;
     }
 
     path resultsOf(const std::string& name) const { return work.place / wide(name + ".json"); }
 
-    ChildResult runTests(const Json& program) const {
+    ChildResult start(const Json& program, const std::string& resultName,
+                      const std::string& moreArguments, std::chrono::milliseconds limit) const {
         const std::string arguments = program.at("arguments");
-        return runChild(kit / L"tests" / wide(program.at("file")),
-                        wide(arguments + " --gtest_output=json:" +
-                             program["name"].get<std::string>() + ".json"),
-                        work.place, std::chrono::seconds(program.at("seconds").get<int>()));
+        return runChild(
+            kit / L"tests" / wide(program.at("file")),
+            wide(arguments + " --gtest_output=json:" + resultName + ".json" + moreArguments),
+            work.place, limit);
     }
 
     static void endStep(const Totals& found, const Json& tests) {

@@ -62,6 +62,14 @@ TEST(StandIn, leaves_a_process) {
     startWaitingProcess();
 }
 
+TEST(CrashingStandIn, crashes) {
+    std::abort();
+}
+
+TEST(HangingStandIn, waits) {
+    Sleep(INFINITE);
+}
+
 TEST(StandIn, sees_no_setting_of_the_user) {
     EXPECT_EQ(GetEnvironmentVariableW(L"VORLEN_KIT_MODELS", nullptr, 0), 0u);
 }

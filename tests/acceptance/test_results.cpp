@@ -65,6 +65,22 @@ Json testsOf(std::string_view file,
     return tests;
 }
 
+std::vector<std::pair<std::string, std::string>> filtersOf(std::string_view file) {
+    const Json list = Json::parse(file);
+    std::vector<std::pair<std::string, std::string>> filters;
+    for (const Json& suite : list.at("testsuites")) {
+        const std::string name = suite.at("name");
+        std::string filter;
+        for (const Json& test : suite.at("testsuite")) {
+            filter += (filter.empty() ? "" : ":") + name + '.' + test.at("name").get<std::string>();
+        }
+        if (!filter.empty()) { // all of its tests are left out
+            filters.emplace_back(name, filter);
+        }
+    }
+    return filters;
+}
+
 Totals totalsOf(const Json& tests) {
     Totals totals;
     for (const Json& test : tests) {

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tests {
 
@@ -24,6 +26,10 @@ struct Totals {
 // another one.
 nlohmann::ordered_json testsOf(std::string_view file,
                                const std::function<std::string(const std::string&)>& redacted);
+
+// The filter (--gtest_filter) for each suite in the list that GoogleTest writes with
+// --gtest_list_tests --gtest_output=json, with the name of the suite. Throws as testsOf.
+std::vector<std::pair<std::string, std::string>> filtersOf(std::string_view file);
 
 Totals totalsOf(const nlohmann::ordered_json& tests);
 

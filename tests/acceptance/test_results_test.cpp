@@ -1,5 +1,6 @@
 #include "tests/acceptance/test_results.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace tests {
@@ -70,6 +71,16 @@ TEST(TestResults, accept_bytes_that_are_not_utf8) {
 TEST(TestResults, refuse_another_file) {
     EXPECT_THROW(testsOf("", unchanged), Json::exception);
     EXPECT_THROW(testsOf("[]", unchanged), Json::exception);
+}
+
+TEST(TestList, has_a_filter_for_each_suite_with_tests) {
+    const auto filters = filtersOf(R"({"testsuites": [
+        {"name": "A", "testsuite": [{"name": "one"}, {"name": "two"}]},
+        {"name": "Empty", "testsuite": []},
+        {"name": "B", "testsuite": [{"name": "one"}]}]})");
+    EXPECT_THAT(filters, testing::ElementsAre(testing::Pair("A", "A.one:A.two"),
+                                              testing::Pair("B", "B.one")));
+    EXPECT_THROW(filtersOf(""), Json::exception);
 }
 
 TEST(TestResults, are_counted) {

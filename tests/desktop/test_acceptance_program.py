@@ -89,6 +89,32 @@ def test_what_facts_found_has_a_place_of_its_own(shared_desktop, kit):
     assert "StandIn.is_not_measured: there is nothing to measure\n" in run.ended.stdout
 
 
+def test_a_suite_of_facts_that_crashes_costs_no_other_answer(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("facts", "passes:CrashingStandIn.*", "real"))
+    assert [each["name"] for each in run.report["facts"]] == ["StandIn.passes"]
+    assert run.report["facts"][0]["answer"] == "found"
+    assert list(run.programs) == ["facts"]
+    assert run.programs["facts"]["outcome"] == "CrashingStandIn: exit code 3, no results"
+    assert "CrashingStandIn.crashes" in run.programs["facts"]["output"]
+    assert run.report["totals"]["failed"] == 2  # and the recording
+
+
+def test_every_suite_of_facts_has_a_time_limit_of_its_own(shared_desktop, kit):
+    waiting = program("facts", "waits:HangingStandIn.*", "real", seconds=0)
+    run = Run(shared_desktop, kit, waiting)
+    outcome = run.programs["facts"]["outcome"]
+    assert sorted(outcome.split("; ")) == [
+        "HangingStandIn: its time was over, no results",
+        "StandIn: its time was over, no results",
+    ]
+    assert run.report["facts"] == []
+
+
+def test_facts_that_cannot_be_listed_are_a_failure(shared_desktop, kit):
+    run = Run(shared_desktop, kit, program("facts", "passes", "real", file="absent.exe"))
+    assert run.programs["facts"]["outcome"].startswith("cannot start absent.exe")
+
+
 def test_a_program_without_results_is_a_failure_with_its_output(shared_desktop, kit):
     run = Run(
         *(shared_desktop, kit, program("early", "ends_early")),

@@ -142,6 +142,13 @@ def test_failed_tests_and_programs_are_printed(tree):
     ]
 
 
+def test_a_suite_of_facts_that_failed_costs_no_other_answer(tree):
+    failed = {"name": "facts", "outcome": "Windows: its time was over, no results"}
+    report = write_report(tree, answered("Titles.of_a_window", "both"), programs=[failed])
+    assert succeeds(tree, report) == ["failed facts: Windows: its time was over, no results"]
+    assert row(tree, "Titles.of_a_window")[-1] == "both"
+
+
 def test_a_fact_that_this_tree_does_not_have_is_printed(tree):
     report = write_report(tree, answered("Titles.of_old", "both"))
     assert succeeds(tree, report) == ["unknown Titles.of_old: this tree has no such fact"]
