@@ -304,6 +304,31 @@ private:
     std::thread thread;
 };
 
+bool isSame(const Screen& one, const Screen& other) {
+    const auto& first = one.mode;
+    const auto& second = other.mode;
+    return one.deviceName == other.deviceName && EqualRect(&one.rectangle, &other.rectangle) &&
+           first.has_value() == second.has_value() &&
+           (!first || (first->dmPelsWidth == second->dmPelsWidth &&
+                       first->dmPelsHeight == second->dmPelsHeight &&
+                       first->dmDisplayFrequency == second->dmDisplayFrequency &&
+                       first->dmDisplayOrientation == second->dmDisplayOrientation));
+}
+
+// Whether the monitors and the number of their paths are read twice as before, within a minute.
+bool settleAs(const std::vector<Screen>& before, std::size_t paths) {
+    constexpr DWORD betweenReadings = 50; // milliseconds
+    const ULONGLONG end = GetTickCount64() + 60'000;
+    int same = 0;
+    while (same < 2 && GetTickCount64() < end) {
+        const bool isAsBefore = std::ranges::equal(screens(), before, isSame) &&
+                                readConfiguration().paths.size() == paths;
+        same = isAsBefore ? same + 1 : 0;
+        Sleep(betweenReadings);
+    }
+    return same == 2;
+}
+
 // Fact: Can the display configuration be read while a display mode is set? (The mode is the one
 // that the monitor has; the screen may be dark for a moment.)
 // Relied on by: `monitor/display/display_paths.cpp`
@@ -311,13 +336,16 @@ private:
 TEST_F(DisplayConfiguration, is_read_during_a_change) {
     const auto all = screens();
     ASSERT_FALSE(all.empty());
-    auto mode = all.front().mode;
+    auto mode = all.front().mode; // all of it: a monitor may be turned
     ASSERT_TRUE(mode.has_value());
-    mode->dmFields = DM_PELSWIDTH | DM_PELSHEIGHT | DM_DISPLAYFREQUENCY;
     Asker asker;
     const LONG result = ChangeDisplaySettingsExW(all.front().deviceName.c_str(), &*mode, nullptr,
                                                  CDS_RESET, nullptr);
     asker.stop();
+    if (!settleAs(all, configuration.paths.size())) {
+        ChangeDisplaySettingsExW(nullptr, nullptr, nullptr, 0, nullptr); // what the user has stored
+        FAIL() << "the displays were not as before";
+    }
     if (result != DISP_CHANGE_SUCCESSFUL) {
         return notMeasured("the mode could not be set: " + std::to_string(result));
     }
