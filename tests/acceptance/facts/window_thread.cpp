@@ -2,6 +2,8 @@
 
 #include "tests/fixtures/message_pump.h"
 
+#include <chrono>
+
 namespace tests {
 
 namespace {
@@ -13,12 +15,18 @@ struct Task {
     Signal ended;
 };
 
+// The thread uses the objects of the waiting one. When it hangs, the time limit of the program ends
+// both.
+void waitWithoutLimit(const Signal& signal) {
+    signal.waitFor(std::chrono::milliseconds(INFINITE));
+}
+
 void CALLBACK ignoreEvent(HWINEVENTHOOK, DWORD, HWND, LONG, LONG, DWORD, DWORD) {}
 
 } // namespace
 
 WindowThread::WindowThread() : thread([this] { processMessages(); }) {
-    started.wait();
+    waitWithoutLimit(started);
 }
 
 WindowThread::~WindowThread() {
@@ -28,8 +36,8 @@ WindowThread::~WindowThread() {
 
 void WindowThread::run(const std::function<void()>& task) const {
     Task order{task, {}};
-    PostThreadMessageW(number, runTask, 0, reinterpret_cast<LPARAM>(&order));
-    order.ended.wait();
+    ASSERT_NE(PostThreadMessageW(number, runTask, 0, reinterpret_cast<LPARAM>(&order)), FALSE);
+    waitWithoutLimit(order.ended);
 }
 
 HWND WindowThread::createWindow(const wchar_t* title, const wchar_t* className) const {

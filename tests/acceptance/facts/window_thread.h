@@ -17,7 +17,8 @@ public:
     WindowThread(const WindowThread&) = delete;
     WindowThread& operator=(const WindowThread&) = delete;
 
-    // Runs the task, which must not throw, on the thread, and returns when it has ended.
+    // Runs the task, which must not throw, on the thread, and returns when it has ended, however
+    // long that takes: the task may use the caller's objects.
     void run(const std::function<void()>& task) const;
 
     // A hidden window of the thread without a frame, which the thread destroys at its end.
