@@ -18,13 +18,15 @@ std::string resultOf(const Json& test) {
                                               : "failed";
 }
 
+// Answers and reasons are words of the facts: the ledger compares them, and a user may be called
+// "no".
 void addFinding(const Json& test, const std::function<std::string(const std::string&)>& redacted,
                 Json& result) {
     if (test.contains("answer")) {
-        result["answer"] = redacted(test["answer"]);
+        result["answer"] = test["answer"];
     }
     if (test.contains("not measured")) {
-        result["reason"] = redacted(test["not measured"]);
+        result["reason"] = test["not measured"];
     }
     for (const auto& [key, value] : test.items()) {
         if (key.starts_with(detailMark)) {

@@ -22,7 +22,7 @@ struct Totals {
 // The tests in a file that GoogleTest wrote with --gtest_output=json, in the order of the file:
 // "name", "result" ("passed", "failed" or "not measured"), "failures" with the messages, if any,
 // and what a fact found (tests/acceptance/facts/finding.h): "answer" or "reason", and "details".
-// Messages and findings go through the function. Throws nlohmann::json::exception when the text is
+// Messages and details go through the function. Throws nlohmann::json::exception when the text is
 // another one.
 nlohmann::ordered_json testsOf(std::string_view file,
                                const std::function<std::string(const std::string&)>& redacted);
