@@ -9,8 +9,8 @@ from desktop import PROJECT
 from processes import complaint_of, run_program
 
 STEPS = (
-    "behaviour", "boundary", "build", "coverage", "format", "install", "lint", "microsoft-mode",
-    "mistakes", "quotes", "with-desktop",
+    "behaviour", "boundary", "build", "coverage", "format", "install", "ledger", "lint",
+    "microsoft-mode", "mistakes", "quotes", "with-desktop",
 )  # fmt: skip
 # Each notes how it was called.
 STEP = '#!/bin/sh\necho "${0##*/} $*" >>../calls\n'
