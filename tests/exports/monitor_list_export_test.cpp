@@ -1,16 +1,13 @@
+#include "tests/exports/extremes.h"
 #include "tests/fixtures/module_test.h"
 #include "tests/fixtures/service_members.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <limits>
 
 namespace tests {
 namespace {
-
-constexpr auto smallest = std::numeric_limits<std::int32_t>::min();
-constexpr auto largest = std::numeric_limits<std::int32_t>::max();
 
 // The caller's array, full of a byte that the library never writes by chance. The list of windows
 // is copied by the same template: WindowListExport shows only that it is used.

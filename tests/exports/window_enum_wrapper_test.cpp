@@ -1,17 +1,13 @@
+#include "tests/exports/extremes.h"
 #include "tests/fixtures/module_test.h"
 
 #include <gmock/gmock.h>
-
-#include <limits>
 
 namespace tests {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr auto smallest = std::numeric_limits<std::int32_t>::min();
-constexpr auto largest = std::numeric_limits<std::int32_t>::max();
 
 // The functions that work on the lists of the calling thread: three monitors and two windows. On
 // another thread: WrongThread.

@@ -12,22 +12,22 @@ using vorlen::MonitorWrapper;
 using vorlen::WindowEnumWrapper;
 
 // A runtime that was built apart finds the functions of the tables by their place alone.
-constexpr std::size_t slot = sizeof(void*);
-static_assert(sizeof(MonitorWrapper) == 8 * slot);
-static_assert(offsetof(MonitorWrapper, getWindowList) == 0 * slot);
-static_assert(offsetof(MonitorWrapper, getMonitorList) == 1 * slot);
-static_assert(offsetof(MonitorWrapper, getCurrentMonitorName) == 2 * slot);
-static_assert(offsetof(MonitorWrapper, getVorlenModelName) == 3 * slot);
-static_assert(offsetof(MonitorWrapper, getVorlenModelNameWide) == 4 * slot);
-static_assert(offsetof(MonitorWrapper, setVorlenModelName) == 5 * slot);
-static_assert(offsetof(MonitorWrapper, getVorlenCameraName) == 6 * slot);
-static_assert(offsetof(MonitorWrapper, useWindowList) == 7 * slot);
-static_assert(sizeof(WindowEnumWrapper) == 5 * slot);
-static_assert(offsetof(WindowEnumWrapper, updateMonitorList) == 0 * slot);
-static_assert(offsetof(WindowEnumWrapper, registerWindowComboBox) == 1 * slot);
-static_assert(offsetof(WindowEnumWrapper, registerMonitorComboBox) == 2 * slot);
-static_assert(offsetof(WindowEnumWrapper, getWindowHandle) == 3 * slot);
-static_assert(offsetof(WindowEnumWrapper, getMonitorHandle) == 4 * slot);
+constexpr std::size_t pointerSize = sizeof(void*);
+static_assert(sizeof(MonitorWrapper) == 8 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getWindowList) == 0 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getMonitorList) == 1 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getCurrentMonitorName) == 2 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getVorlenModelName) == 3 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getVorlenModelNameWide) == 4 * pointerSize);
+static_assert(offsetof(MonitorWrapper, setVorlenModelName) == 5 * pointerSize);
+static_assert(offsetof(MonitorWrapper, getVorlenCameraName) == 6 * pointerSize);
+static_assert(offsetof(MonitorWrapper, useWindowList) == 7 * pointerSize);
+static_assert(sizeof(WindowEnumWrapper) == 5 * pointerSize);
+static_assert(offsetof(WindowEnumWrapper, updateMonitorList) == 0 * pointerSize);
+static_assert(offsetof(WindowEnumWrapper, registerWindowComboBox) == 1 * pointerSize);
+static_assert(offsetof(WindowEnumWrapper, registerMonitorComboBox) == 2 * pointerSize);
+static_assert(offsetof(WindowEnumWrapper, getWindowHandle) == 3 * pointerSize);
+static_assert(offsetof(WindowEnumWrapper, getMonitorHandle) == 4 * pointerSize);
 
 class Registration : public ModuleTest {};
 
