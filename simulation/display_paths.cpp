@@ -52,6 +52,8 @@ LONG WINAPI DisplayPaths::getBufferSizes(UINT32 flags, UINT32* pathCount, UINT32
 
 LONG WINAPI DisplayPaths::query(UINT32 flags, UINT32* pathCount, DISPLAYCONFIG_PATH_INFO* paths,
                                 UINT32* modeCount, DISPLAYCONFIG_MODE_INFO* modes,
+                                // Its type is that of Windows' function.
+                                // NOLINTNEXTLINE(readability-non-const-parameter)
                                 DISPLAYCONFIG_TOPOLOGY_ID* topology) {
     SIMULATION_EXPECT(flags == 2u, "only the active paths may be read");
     SIMULATION_EXPECT(topology == nullptr, "the topology must be null for the active paths");

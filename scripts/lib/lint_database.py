@@ -6,10 +6,15 @@ COMPILE_COMMANDS is the file that CMake wrote. It also contains sources of libra
 source once for each target that compiles it, so that the linter would check it several times.
 OUTPUT gets the first command of each source of this project. Standard output gets the named
 sources, or all sources, each ended by a zero byte.
+
+CMake may have merged the sources of a target: into one that includes them. The linter looks closely
+only at what a source itself contains, so that such a source gets the text of the others here, each
+after a line with its name (lint_messages.py).
 """
 
 import json
 import pathlib
+import re
 import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
@@ -23,12 +28,38 @@ def is_own(source: pathlib.Path) -> bool:
     return PROJECT in source.parents and BUILD not in source.parents
 
 
-def own_commands(compile_commands: pathlib.Path) -> dict[pathlib.Path, dict]:
-    commands: dict[pathlib.Path, dict] = {}
+def merge(compiled: pathlib.Path) -> list[pathlib.Path]:
+    """The sources that CMake has merged into one, after their texts were put into it. A header that
+    an earlier source includes is not included again: the linter refuses that."""
+    names = re.findall(r'#include "(.+)"', compiled.read_text("utf-8"))
+    included: set[str] = set()
+    with compiled.open("w", encoding="utf-8") as merged:
+        for name in names:
+            earlier = set(included)
+            merged.write(f"// {name}\n")
+            for line in pathlib.Path(name).read_text("utf-8").splitlines():
+                if line.startswith("#include "):
+                    included.add(line)
+                    if line in earlier:
+                        earlier.remove(line)
+                        line = ""
+                merged.write(f"{line}\n")
+    return [pathlib.Path(name) for name in names]
+
+
+def sources_in(compiled: pathlib.Path) -> list[pathlib.Path]:
+    return merge(compiled) if compiled.name.startswith("unity_") else [compiled]
+
+
+def own_commands(compile_commands: pathlib.Path) -> list[tuple[dict, set[pathlib.Path]]]:
+    """Each command that compiles sources of this project, with those that no earlier one compiles."""
+    commands: list[tuple[dict, set[pathlib.Path]]] = []
+    known: set[pathlib.Path] = set()
     for command in json.loads(compile_commands.read_text(encoding="utf-8")):
-        source = pathlib.Path(command["file"])
-        if is_own(source):
-            commands.setdefault(source, command)
+        sources = set(filter(is_own, sources_in(pathlib.Path(command["file"])))) - known
+        if sources:
+            commands.append((command, sources))
+            known |= sources
     return commands
 
 
@@ -45,15 +76,17 @@ def sources_of_project() -> set[pathlib.Path]:
 def main() -> None:
     compile_commands, output, *named = map(pathlib.Path, sys.argv[1:])
     commands = own_commands(compile_commands)
-    wanted = set(named) or sources_of_project()
-    unknown = sorted(wanted - commands.keys())
+    unknown = sorted(set(named or sources_of_project()).difference(*(each[1] for each in commands)))
     if unknown:
         sys.exit(
             f"{unknown[0]} is not compiled by the preset clang, so that it cannot be checked: "
             "name a .c or .cpp file, and add a new one to its CMakeLists.txt"
         )
-    output.write_text(json.dumps(list(commands.values()), indent=1), encoding="utf-8")
-    sys.stdout.write("".join(f"{source}\0" for source in sorted(wanted)))
+    # The command with the most sources first: it takes longest.
+    commands.sort(key=lambda each: len(each[1]), reverse=True)
+    output.write_text(json.dumps([command for command, _ in commands], indent=1), "utf-8")
+    checked = named or [command["file"] for command, _ in commands]
+    sys.stdout.write("".join(f"{source}\0" for source in checked))
 
 
 main()
