@@ -16,10 +16,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
     file(RELATIVE_PATH to_sources ${CMAKE_BINARY_DIR} ${PROJECT_SOURCE_DIR})
     target_compile_options(vorlen_options INTERFACE
         -g -gcodeview -ffile-compilation-dir=. -ffile-prefix-map=${to_sources}=)
-    target_link_options(vorlen_options INTERFACE
-        -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat)
 else()
     target_compile_options(vorlen_options INTERFACE -ffile-prefix-map=${PROJECT_SOURCE_DIR}=.)
-    target_link_options(vorlen_options INTERFACE
-        -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--gc-sections -Wl,-s)
+    target_link_options(vorlen_options INTERFACE -Wl,-s)
 endif()
+target_link_options(vorlen_options INTERFACE
+    -Wl,--dynamicbase -Wl,--high-entropy-va -Wl,--nxcompat -Wl,--gc-sections)
