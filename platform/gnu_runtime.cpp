@@ -8,6 +8,8 @@
 // __cxa_get_globals,
 // __cxa_get_globals_fast       leak 13 heap blocks, a TLS slot and 4 handles of a thread_local, in
 //                              each image that has thrown an exception
+// steady_clock::now            leaks nothing; reads the performance counter through the library for
+//                              POSIX threads: 26 KB in every image that uses the clock
 // __verbose_terminate_handler  leaks nothing; prints the exception and thereby adds a demangler and
 //                              formatted output to every image: 72 KB. The message is the host's
 //
@@ -25,6 +27,7 @@
 #include <cxxabi.h>
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <exception>
@@ -41,6 +44,18 @@ void __verbose_terminate_handler() {
     std::abort();
 }
 } // namespace __gnu_cxx
+
+// As libstdc++'s version: the ticks of the performance counter in nanoseconds, rounded down.
+std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept {
+    LARGE_INTEGER perSecond;
+    LARGE_INTEGER ticks;
+    QueryPerformanceFrequency(&perSecond);
+    QueryPerformanceCounter(&ticks);
+    // Divided first, because the product of all ticks and 10^9 has more than 64 bits.
+    const seconds whole(ticks.QuadPart / perSecond.QuadPart);
+    const long long rest = ticks.QuadPart % perSecond.QuadPart;
+    return time_point(whole + nanoseconds(rest * std::nano::den / perSecond.QuadPart));
+}
 
 namespace {
 
