@@ -21,9 +21,10 @@ std::string timeNow() {
     SYSTEMTIME now{};
     GetSystemTime(&now);
     char text[64];
-    static_cast<void>(std::snprintf(text, sizeof(text), "%04u-%02u-%02uT%02u:%02u:%02u.%03uZ",
-                                    now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute,
-                                    now.wSecond, now.wMilliseconds));
+    // Of the system's C library: std::snprintf of GCC's libraries adds 24 KB to the image.
+    static_cast<void>(_snprintf_s(text, _TRUNCATE, "%04u-%02u-%02uT%02u:%02u:%02u.%03uZ", now.wYear,
+                                  now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond,
+                                  now.wMilliseconds));
     return text;
 }
 

@@ -156,6 +156,13 @@ def test_the_libraries_have_no_debug_information_inside(package):
         assert ".debug" not in sections
 
 
+@pytest.mark.parametrize(
+    ("library", "most"), [("libvorlen_monitor.dll", 215_000), ("vorlen_runtime.dll", 120_000)]
+)
+def test_a_library_has_no_more_bytes_than_agreed(package, library, most):
+    assert (package / "bin" / library).stat().st_size <= most
+
+
 def test_the_bill_of_materials_knows_every_file(package):
     document = json.loads((package / "share/bill-of-materials.spdx.json").read_text())
     named = {each["fileName"]: each["checksums"][1]["checksumValue"] for each in document["files"]}
