@@ -1,12 +1,8 @@
 #include "benchmark/cases.h"
-#include "benchmark/plain_windows.h"
-#include "benchmark/simulated_module.h"
-#include "simulation/loaded_image.h"
-#include "tests/support/allocations.h"
+#include "tests/fixtures/module_under_test.h"
 
 #include <malloc.h>
 
-#include <cstddef>
 #include <filesystem>
 #include <string>
 
@@ -14,18 +10,11 @@ namespace bench {
 
 namespace {
 
-constexpr std::size_t largestFile = 300 * 1024;
-
-double fileSize() {
-    wchar_t program[MAX_PATH]{};
-    GetModuleFileNameW(nullptr, program, MAX_PATH);
-    return static_cast<double>(std::filesystem::file_size(
-        std::filesystem::path(program).parent_path() / "../bin/libvorlen_monitor.dll"));
-}
-
-double mappedSize() {
-    const tests::ModuleUnderTest module;
-    return simulation::LoadedImage(module.image()).optionalHeader().SizeOfImage;
+Row sizeOf(const std::string& file, double most) {
+    return {.what = file + " on disk",
+            .value = static_cast<double>(std::filesystem::file_size(tests::product(file))),
+            .unit = "bytes",
+            .atMost = most};
 }
 
 // The bytes in use of the C library's heap, which the library shares with its host.
@@ -47,37 +36,12 @@ double heapAfterLoading() {
     return heapInUse() - before;
 }
 
-// The bytes that the library has allocated by init and not freed, on a desktop with so many
-// monitors and windows.
-double heapAfterInit(std::size_t monitorCount, std::size_t windowCount) {
-    SimulatedModule simulated;
-    simulated.addMonitors(monitorCount);
-    const PlainWindows windows(simulated.module.image(), windowCount);
-    const tests::Allocations allocations({simulated.module.image()});
-    simulated.module.init();
-    const auto held = static_cast<double>(allocations.outstandingBytes());
-    simulated.module.cleanup();
-    return held;
-}
-
 } // namespace
 
-std::vector<Row> bytes(const Effort&) {
-    constexpr std::size_t monitorCount = 64;
-    constexpr std::size_t windowCount = 1'000;
-    const double base = heapAfterInit(0, 0);
-    const double size = fileSize();
-    return {
-        {"the library on disk", "", "< " + std::to_string(largestFile) + " bytes", size, "bytes",
-         size < static_cast<double>(largestFile)},
-        {"the library in memory", "", "", mappedSize(), "bytes", std::nullopt},
-        {"heap after loading", "", "", heapAfterLoading(), "bytes", std::nullopt},
-        {"more heap after init, no monitor, no window", "", "", base, "bytes", std::nullopt},
-        {"heap for each monitor", "", "", (heapAfterInit(monitorCount, 0) - base) / monitorCount,
-         "bytes", std::nullopt},
-        {"heap for each window", "", "", (heapAfterInit(0, windowCount) - base) / windowCount,
-         "bytes", std::nullopt},
-    };
+std::vector<Row> bytes(const Effort& /*effort*/) {
+    return {sizeOf("libvorlen_monitor.dll", 215'000),
+            sizeOf("vorlen_runtime.dll", 120'000),
+            {.what = "heap after loading", .value = heapAfterLoading(), .unit = "bytes"}};
 }
 
 } // namespace bench

@@ -7,10 +7,10 @@
 
 namespace bench {
 
-// The numbers of samples. ./bench --quick takes fewer.
+// The numbers of samples in one process. ./bench --quick takes fewer.
 struct Effort {
-    std::size_t samples = 501;     // for work that takes microseconds or less
-    std::size_t slowSamples = 101; // for work that takes milliseconds
+    std::size_t samples = 101;    // for work that takes microseconds or less
+    std::size_t slowSamples = 21; // for work that takes milliseconds
 };
 
 // Each function measures one subject and returns its rows of the table.

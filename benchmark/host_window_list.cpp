@@ -2,6 +2,8 @@
 
 #include <dwmapi.h>
 
+#include <filesystem>
+
 namespace bench {
 
 namespace {
@@ -22,6 +24,34 @@ BOOL CALLBACK append(HWND window, LPARAM parameter) {
     HostWindow read;
     if (isCapturable(window, read)) {
         reinterpret_cast<std::vector<HostWindow>*>(parameter)->push_back(std::move(read));
+    }
+    return TRUE;
+}
+
+std::wstring programOf(HWND window) {
+    DWORD id = 0;
+    GetWindowThreadProcessId(window, &id);
+    auto* const process = OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, id);
+    if (process == nullptr) {
+        return {};
+    }
+    wchar_t path[MAX_PATH];
+    DWORD length = MAX_PATH;
+    const bool isKnown = QueryFullProcessImageNameW(process, 0, path, &length) != FALSE;
+    CloseHandle(process);
+    return isKnown ? std::filesystem::path(path, path + length).filename().wstring() : L"";
+}
+
+BOOL CALLBACK appendWithProgram(HWND window, LPARAM parameter) {
+    wchar_t title[256];
+    if (IsWindowVisible(window) == FALSE ||
+        (GetWindowLongW(window, GWL_EXSTYLE) & WS_EX_TOOLWINDOW) != 0 || isCloaked(window)) {
+        return TRUE;
+    }
+    const int length = GetWindowTextW(window, title, 256);
+    if (length >= 1) {
+        reinterpret_cast<std::vector<ProgramWindow>*>(parameter)->push_back(
+            {window, std::wstring(title, static_cast<std::size_t>(length)), programOf(window)});
     }
     return TRUE;
 }
@@ -51,6 +81,12 @@ bool isCapturable(HWND window, HostWindow& read) {
 std::vector<HostWindow> listWindowsAfresh() {
     std::vector<HostWindow> windows;
     EnumWindows(append, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
+std::vector<ProgramWindow> listWindowsOfPrograms() {
+    std::vector<ProgramWindow> windows;
+    EnumWindows(appendWithProgram, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 

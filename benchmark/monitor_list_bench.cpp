@@ -27,8 +27,12 @@ double platformCallsOfAFreshAnswer() {
 }
 
 Row besideRefreshing(const std::string& what, double list, double refresh) {
-    return fasterBy(500, what, "a refresh", refresh / list,
-                    {{"list, ns", list}, {"refresh, ns", refresh}});
+    return {.what = what,
+            .beside = "a refresh",
+            .value = refresh / list,
+            .unit = timesFaster,
+            .atLeast = 500,
+            .measured = {{"list, ns", list}, {"refresh, ns", refresh}}};
 }
 
 } // namespace
@@ -45,18 +49,14 @@ std::vector<Row> monitorListOfTheDesktop(const Effort& effort) {
     const auto list = [&] {
         records.list();
     };
-    const auto copy = [&] {
-        records.copy();
-    };
     const auto times = medians({{list, refresh, 1'000}, {refresh}}, effort.slowSamples);
-    const auto copying = medians({{list, refresh, 1'000}, {copy}}, effort.slowSamples);
     refresh();
     const std::string what =
         "getMonitorList, fresh, " + std::to_string(records.count()) + " monitors";
-    return {besideRefreshing(what, times[0], times[1]),
-            besideCopying(what, copying[0], copying[1]),
-            allocationsOfList(what, module.image(), list),
-            {what, "", "none but the clock", calls, "platform calls", calls == 0}};
+    return {
+        besideRefreshing(what, times[0], times[1]),
+        allocationsOfList(what, module.image(), list),
+        {.what = what, .value = calls, .unit = "platform calls, without the clock", .atMost = 0}};
 }
 
 } // namespace bench

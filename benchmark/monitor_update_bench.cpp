@@ -105,33 +105,38 @@ std::string nameOf(const Ways& ways) {
 }
 
 Row besideAsking(const Ways& ways) {
-    return fasterBy(static_cast<double>(ways.monitorCount), nameOf(ways),
-                    "getMonitorName and getMonitorPath of each",
-                    ways.asking.time / ways.update.time,
-                    {{"update, ns", ways.update.time},
-                     {"asking, ns", ways.asking.time},
-                     {"update, calls", ways.update.calls},
-                     {"asking, calls", ways.asking.calls}});
+    return {.what = nameOf(ways),
+            .beside = "getMonitorName and getMonitorPath of each",
+            .value = ways.asking.time / ways.update.time,
+            .unit = timesFaster,
+            .atLeast = static_cast<double>(ways.monitorCount),
+            .measured = {{"update, ns", ways.update.time},
+                         {"asking, ns", ways.asking.time},
+                         {"update, calls", ways.update.calls},
+                         {"asking, calls", ways.asking.calls}}};
 }
 
 Row besideReading(const Ways& ways) {
-    return {nameOf(ways),
-            "one plain reading by the host",
-            "",
-            ways.reading.time / ways.update.time,
-            "x",
-            std::nullopt,
-            {{"update, ns", ways.update.time},
-             {"reading, ns", ways.reading.time},
-             {"update, calls", ways.update.calls},
-             {"reading, calls", ways.reading.calls}}};
+    return {.what = nameOf(ways),
+            .beside = "one plain reading by the host",
+            .value = ways.update.time / ways.reading.time,
+            .unit = timesTheTime,
+            .atMost = 1.5,
+            .measured = {{"update, ns", ways.update.time},
+                         {"reading, ns", ways.reading.time},
+                         {"update, calls", ways.update.calls},
+                         {"reading, calls", ways.reading.calls}}};
 }
 
 // The row that compares the time for each monitor with that on a desktop with one monitor.
 Row besideOneMonitor(const Ways& ways, const Ways& one) {
     const double each = ways.update.time / static_cast<double>(ways.monitorCount);
-    return within("linear: ", 1.2, "", nameOf(ways), "1 monitor, for each", each / one.update.time,
-                  {{"for each monitor, ns", each}});
+    return {.what = nameOf(ways) + ", for each",
+            .beside = "1 monitor",
+            .value = each / one.update.time,
+            .unit = timesTheTime,
+            .atMost = 1.2,
+            .measured = {{"for each monitor, ns", each}, {"1 monitor, ns", one.update.time}}};
 }
 
 } // namespace
@@ -139,15 +144,9 @@ Row besideOneMonitor(const Ways& ways, const Ways& one) {
 std::vector<Row> monitorUpdateBySize(const Effort& effort) {
     const auto prices = pricesOfTheDesktop(effort.slowSamples);
     const Ways one = measure(1, prices, effort.slowSamples);
-    std::vector<Row> rows = {besideAsking(one), besideReading(one)};
-    for (const std::size_t count : {2U, 8U, 64U}) {
-        const Ways more = measure(count, prices, effort.slowSamples);
-        rows.push_back(besideAsking(more));
-        rows.push_back(besideReading(more));
-        rows.push_back(besideOneMonitor(more, one));
-    }
-    rows.front().measured.insert(prices.begin(), prices.end());
-    return rows;
+    const Ways two = measure(2, prices, effort.slowSamples);
+    const Ways many = measure(64, prices, effort.slowSamples);
+    return {besideAsking(two), besideReading(two), besideOneMonitor(many, one)};
 }
 
 } // namespace bench

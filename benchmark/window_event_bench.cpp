@@ -11,6 +11,8 @@ namespace bench {
 
 namespace {
 
+constexpr const char* besidePlatformFirst = "a host that asks the platform first";
+
 struct Event {
     std::string what;
     DWORD event;
@@ -72,34 +74,13 @@ struct Listeners {
 
     tests::OtherProgram program;
     HWND listed = showSeveral(program);
-    HWND unlisted = program.create(L"Hidden");
     tests::ModuleUnderTest module;
     HookProcedure hook{module.image()};
     PlatformFirst host;
 };
 
-std::vector<Event> eventsThatChangeNothing(HWND listed, HWND unlisted) {
-    return {
-        {"a location event", EVENT_OBJECT_LOCATIONCHANGE, listed},
-        {"a location event of the pointer", EVENT_OBJECT_LOCATIONCHANGE, nullptr, OBJID_CURSOR},
-        {"a destroyed child", EVENT_OBJECT_DESTROY, listed, OBJID_CLIENT, 3},
-        {"an unlisted window destroyed", EVENT_OBJECT_DESTROY, unlisted},
-        {"a listed window shown again", EVENT_OBJECT_SHOW, listed},
-    };
-}
-
-Row besidePlatformFirst(const Event& event, double library, double host) {
-    return {event.what,
-            "the platform first",
-            "",
-            host / library,
-            "x",
-            std::nullopt,
-            {{"event, ns", library}, {"platform first, ns", host}}};
-}
-
-// The two rows of an event that changes nothing.
-std::vector<Row> unchanging(const Event& event, PlatformFirst& host, std::size_t samples) {
+// The row of an event that changes nothing.
+Row unchanging(const Event& event, PlatformFirst& host, std::size_t samples) {
     const auto times = medians({{[&] {
                                     tellLibrary(event);
                                 }},
@@ -107,10 +88,12 @@ std::vector<Row> unchanging(const Event& event, PlatformFirst& host, std::size_t
                                     host.handle(event);
                                 }}},
                                samples);
-    const Row plain = besidePlatformFirst(event, times[0], times[1]);
-    const double rate = 1e3 / times[0];
-    return {fasterBy(100, plain.what, plain.beside, plain.value, plain.measured),
-            {event.what, "", ">= 20 million a second", rate, "million/s", rate >= 20}};
+    return {.what = event.what,
+            .beside = besidePlatformFirst,
+            .value = times[1] / times[0],
+            .unit = timesFaster,
+            .atLeast = 100,
+            .measured = {{"event, ns", times[0]}, {"platform first, ns", times[1]}}};
 }
 
 // The row of an event that changes the list. The event back reverses the change.
@@ -124,24 +107,23 @@ Row changing(const Event& event, const Event& back, PlatformFirst& host, std::si
                                      host.handle(back);
                                  }}},
                                samples);
-    return besidePlatformFirst(event, times[0], times[1]);
+    return {.what = event.what,
+            .beside = besidePlatformFirst,
+            .value = times[0] / times[1],
+            .unit = timesTheTime,
+            .atMost = 1.5,
+            .measured = {{"event, ns", times[0]}, {"platform first, ns", times[1]}}};
 }
 
 } // namespace
 
 std::vector<Row> windowEvents(const Effort& effort) {
     Listeners listeners;
-    std::vector<Row> rows;
-    for (const Event& event : eventsThatChangeNothing(listeners.listed, listeners.unlisted)) {
-        for (Row& row : unchanging(event, listeners.host, effort.slowSamples)) {
-            rows.push_back(std::move(row));
-        }
-    }
+    const Event moved{"a moved window", EVENT_OBJECT_LOCATIONCHANGE, listeners.listed};
     const Event shown{"a shown window", EVENT_OBJECT_SHOW, listeners.listed};
-    const Event gone{"a listed window destroyed", EVENT_OBJECT_DESTROY, listeners.listed};
-    rows.push_back(changing(shown, gone, listeners.host, effort.samples));
-    rows.push_back(changing(gone, shown, listeners.host, effort.samples));
-    return rows;
+    const Event gone{"", EVENT_OBJECT_DESTROY, listeners.listed};
+    return {unchanging(moved, listeners.host, effort.samples),
+            changing(shown, gone, listeners.host, effort.samples)};
 }
 
 } // namespace bench

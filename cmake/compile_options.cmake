@@ -22,6 +22,8 @@ function(vorlen_image target)
         target_link_libraries(${target} PRIVATE gnu_runtime)
     endif()
     if(MINGW AND CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        # What each part of the image takes: ./bench reads it.
+        target_link_options(${target} PRIVATE -Wl,-Map=lib/$<TARGET_FILE_BASE_NAME:${target}>.map)
         # Relative to the folder of the build, in which the linker runs.
         get_target_property(folder ${target} RUNTIME_OUTPUT_DIRECTORY)
         cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${CMAKE_BINARY_DIR})

@@ -17,15 +17,19 @@ def test_it_prints_a_table_and_writes_what_it_measured(tmp_path):
     file = tmp_path / "results.json"
     measured = bench("--quick", "--json", file)
     assert measured.returncode == 0, measured.stderr
-    assert "[7/7]" in measured.stderr
+    assert "Process 2 of 2" in measured.stderr and "[7/7]" in measured.stderr
     results = json.loads(file.read_text(encoding="utf-8"))
     assert "processors" in results["machine"]
-    assert len(results["rows"]) == len(measured.stdout.splitlines()) - 1
-    for row in results["rows"]:
-        assert row["what"] in measured.stdout
-        assert isinstance(row["value"], (int, float))
-        if row["unit"] in ("allocations", "platform calls", "bytes"):
-            assert row.get("met", True), row
+    assert sum(regime["processes"] for regime in results["regimes"]) == results["processes"] == 2
+    shown = measured.stdout.splitlines()[1:]
+    for row, line in zip(results["rows"], shown, strict=True):
+        assert line.startswith(row["what"])
+        assert row["lowest"] <= row["value"] <= row["highest"]
+        if not row["unit"].startswith("x "):
+            assert not line.endswith("MISSED"), line
+    library = PROJECT / "build/clang/bin/libvorlen_monitor.dll"
+    assert sum(results["parts"].values()) == library.stat().st_size
+    assert min(results["parts"].values()) > 0, results["parts"]
 
 
 @pytest.mark.parametrize(

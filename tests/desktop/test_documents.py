@@ -102,6 +102,10 @@ def test_a_command_that_a_page_shows_can_be_given(shared_desktop, marked, comman
         succeeds(program, "--check")
 
 
+def test_the_performance_page_shows_the_recorded_results():
+    succeeds("scripts/performance", "--check")
+
+
 @pytest.mark.parametrize("page", PAGES, ids=lambda page: str(page.relative_to(PROJECT)))
 def test_every_file_that_a_page_names_exists(page):
     text = page.read_text(encoding="utf-8")
