@@ -13,7 +13,7 @@ const MonitorStatus passed{true, MONITOR_OK, std::nullopt};
 const MonitorStatus notConnected{false, MONITOR_NOT_CONNECTED, std::nullopt};
 
 Finding finding(Severity severity, const char* code, std::string seen) {
-    return {severity, std::move(seen), "It means little.", "Do nothing.", code};
+    return {severity, std::move(seen), "It means little.", "Do nothing.", {}, code};
 }
 
 TEST(DoctorText, says_when_there_is_no_finding) {

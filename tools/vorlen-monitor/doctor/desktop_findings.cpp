@@ -75,6 +75,7 @@ std::vector<Finding> remoteSession(const Examination& examination) {
 
 std::vector<Finding> scaledCoordinates(const Examination& examination) {
     std::vector<std::string> scaled;
+    std::vector<std::string> deviceNames;
     for (const snapshot::Monitor& monitor : examination.reading.monitors) {
         if (!monitor.currentMode) {
             continue;
@@ -84,8 +85,9 @@ std::vector<Finding> scaledCoordinates(const Examination& examination) {
                                std::int64_t{rectangle.bottom} - rectangle.top};
         const Size pixels{monitor.currentMode->mode.width, monitor.currentMode->mode.height};
         if (coordinates != Size{} && coordinates != pixels) {
-            scaled.push_back(toUtf8Lossy(monitor.deviceName) + " has " + sizeText(pixels) +
-                             " pixels and " + sizeText(coordinates) + " in coordinates");
+            deviceNames.push_back(toUtf8Lossy(monitor.deviceName));
+            scaled.push_back(deviceNames.back() + " has " + sizeText(pixels) + " pixels and " +
+                             sizeText(coordinates) + " in coordinates");
         }
     }
     if (scaled.empty()) {
@@ -98,7 +100,8 @@ std::vector<Finding> scaledCoordinates(const Examination& examination) {
              "whose coordinates are scaled, too, Windows enlarges the windows: its picture on the "
              "kit monitor is no 3-D picture.",
              "Use a host that is aware of each monitor's DPI, or choose 100 % for the kit monitor "
-             "under Settings > System > Display > Scale."}};
+             "under Settings > System > Display > Scale.",
+             deviceNames}};
 }
 
 std::vector<Finding> sameName(const Examination& examination) {
@@ -113,7 +116,8 @@ std::vector<Finding> sameName(const Examination& examination) {
                    "its name may show its picture on another one."
                  : "A host that chooses a monitor by its name may take another one.",
              "Distinguish the monitors by device name or serial number. If only one is meant to "
-             "show 3-D pictures, make it the first, or switch the others off."});
+             "show 3-D pictures, make it the first, or switch the others off.",
+             group.deviceNames});
     }
     return findings;
 }
@@ -128,7 +132,8 @@ std::vector<Finding> sameSerialNumber(const Examination& examination) {
                  ".",
              "A serial number cannot tell these monitors apart.",
              "Distinguish the monitors by device name. Report the number to the maker of the "
-             "monitors."});
+             "monitors.",
+             group.deviceNames});
     }
     return findings;
 }
@@ -160,7 +165,8 @@ std::vector<Finding> missingSerialNumber(const Examination& examination) {
              "The check of the kit monitor does not need the serial number. A host cannot "
              "recognise the same monitor by it.",
              "Nothing, unless a host needs the number. Then connect the monitor directly, without "
-             "switch, dock or adapter, and start the host again."}};
+             "switch, dock or adapter, and start the host again.",
+             {deviceNameOf(*kit)}}};
 }
 
 } // namespace vorlen::tool

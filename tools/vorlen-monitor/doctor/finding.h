@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace vorlen::tool {
 
@@ -14,9 +15,11 @@ enum class Severity {
 // other programs.
 struct Finding {
     Severity severity;
-    std::string seen;      // what was seen, with names and numbers
-    std::string meaning;   // what it means for a 3-D picture
-    std::string advice;    // what to do
+    std::string seen;    // what was seen, with names and numbers
+    std::string meaning; // what it means for a 3-D picture
+    std::string advice;  // what to do
+    // Device names of the monitors that it is about; empty when it is about the whole desktop.
+    std::vector<std::string> monitors = {};
     std::string code = {}; // of the function that found it; set by examine()
 };
 

@@ -65,9 +65,12 @@ std::optional<KitMonitor> kitMonitorOf(const Examination& examination) {
     return kit;
 }
 
+std::string deviceNameOf(const KitMonitor& kit) {
+    return fieldText(kit.item.deviceName);
+}
+
 std::string described(const KitMonitor& kit) {
-    return "The kit monitor " + fieldText(kit.item.deviceName) + " " +
-           inQuotes(textOf(kit.item.friendlyName));
+    return "The kit monitor " + deviceNameOf(kit) + " " + inQuotes(textOf(kit.item.friendlyName));
 }
 
 std::uint32_t quarterTurns(const KitMonitor& kit) {

@@ -35,6 +35,9 @@ struct KitMonitor {
 // Nothing when the check judged no monitor, or a monitor that is no longer listed.
 std::optional<KitMonitor> kitMonitorOf(const Examination& examination);
 
+// As findings name it.
+std::string deviceNameOf(const KitMonitor& kit);
+
 // Its device name and name, to begin a sentence with: The kit monitor \\.\DISPLAY1 "NAME".
 std::string described(const KitMonitor& kit);
 

@@ -80,7 +80,8 @@ std::vector<Finding> unreadableMonitor(const Examination& examination) {
                  std::string("The library lists this monitor with size 0 x 0 and 0 Hz.") +
                      (isKitMonitor ? " The kit monitor does not pass then (code 18)." : ""),
                  "Repeat the command. If the result stays, connect the monitor again, and install "
-                 "the driver of the graphics card."});
+                 "the driver of the graphics card.",
+                 {toUtf8Lossy(monitor.deviceName)}});
         }
     }
     return findings;
@@ -104,7 +105,8 @@ std::vector<Finding> resolutionTooLow(const Examination& examination) {
                  offerText(*kit),
              "The 3-D picture is made for single pixels of the panel. A smaller picture does not "
              "pass the check (code 18).",
-             adviceForMode(*kit)}};
+             adviceForMode(*kit),
+             {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> refreshRateTooLow(const Examination& examination) {
@@ -124,7 +126,8 @@ std::vector<Finding> refreshRateTooLow(const Examination& examination) {
              offerText(*kit),
          "At this rate the 3-D picture follows the viewer's movements late. It does not pass the "
          "check (code 19).",
-         adviceForMode(*kit)}};
+         adviceForMode(*kit),
+         {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> refreshRateBelow60(const Examination& examination) {
@@ -145,7 +148,8 @@ std::vector<Finding> refreshRateBelow60(const Examination& examination) {
              "The rate is enough for the check, which requires 59 Hz: 59.94 Hz is reported as 59. "
              "A video of 60 pictures a second loses one about every 17 seconds.",
              "If moving pictures stutter, choose 60 Hz under Settings > System > Display > "
-             "Advanced display."}};
+             "Advanced display.",
+             {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> interlacedMode(const Examination& examination) {
@@ -159,10 +163,12 @@ std::vector<Finding> interlacedMode(const Examination& examination) {
     if (!interlacedPath && !interlacedDisplayMode) {
         return {};
     }
-    return {{Severity::error, described(*kit) + " is in an interlaced mode." + offerText(*kit),
+    return {{Severity::error,
+             described(*kit) + " is in an interlaced mode." + offerText(*kit),
              "Each refresh shows every second line only. The views for both eyes do not fit "
              "together, and there is no 3-D picture.",
-             adviceForMode(*kit)}};
+             adviceForMode(*kit),
+             {deviceNameOf(*kit)}}};
 }
 
 } // namespace vorlen::tool

@@ -51,7 +51,8 @@ std::vector<Finding> rotatedPicture(const Examination& examination) {
              std::string(lensesNeedPixels) +
                  "A rotated picture gives no 3-D picture. In portrait it does not pass the check, "
                  "either (code 18).",
-             "Choose Landscape under Settings > System > Display > Display orientation."}};
+             "Choose Landscape under Settings > System > Display > Display orientation.",
+             {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> scaledPicture(const Examination& examination) {
@@ -75,7 +76,8 @@ std::vector<Finding> scaledPicture(const Examination& examination) {
              std::string(lensesNeedPixels) + "A scaled picture gives no 3-D picture.",
              "Choose the resolution marked as recommended under Settings > System > Display > "
              "Display resolution. In the settings program of the graphics card, switch scaling and "
-             "enlarged resolutions off."}};
+             "enlarged resolutions off.",
+             {deviceNameOf(*kit)}}};
 }
 
 // A monitor that does not pass the check for its size has a finding for that.
@@ -96,7 +98,8 @@ std::vector<Finding> notThePanelSize(const Examination& examination) {
                  "The monitor scales a picture of another size, which gives no 3-D picture.",
              "Choose " + sizeText(*panel) +
                  " under Settings > System > Display > Display resolution. If it is not offered, "
-                 "use another cable or port."}};
+                 "use another cable or port.",
+             {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> colourNotRgb(const Examination& examination) {
@@ -117,7 +120,8 @@ std::vector<Finding> colourNotRgb(const Examination& examination) {
          "mixes them (code 20).",
          "Choose RGB as output colour format in the settings program of the graphics card. If "
          "it is not offered, choose fewer bits for each channel, switch HDR off, or use another "
-         "cable."}};
+         "cable.",
+         {deviceNameOf(*kit)}}};
 }
 
 std::vector<Finding> notExamined(const Examination& examination) {
@@ -149,7 +153,8 @@ std::vector<Finding> notExamined(const Examination& examination) {
              "The picture may be scaled, of another size than the panel, or not RGB, although no "
              "finding says so.",
              "Look at the size, rate and colour format under Settings > System > Display > "
-             "Advanced display."}};
+             "Advanced display.",
+             {deviceNameOf(*kit)}}};
 }
 
 } // namespace vorlen::tool

@@ -28,6 +28,13 @@ std::string deviceNameOf(const snapshot::DisplayPath& path) {
                                                  : toUtf8Lossy(path.sourceName.gdiDeviceName);
 }
 
+// For a finding about the monitors of a path.
+std::vector<std::string> monitorsOf(const snapshot::DisplayPath& path) {
+    return path.sourceName.gdiDeviceName.empty()
+               ? std::vector<std::string>()
+               : std::vector{toUtf8Lossy(path.sourceName.gdiDeviceName)};
+}
+
 std::string monitorNames(const std::vector<MonitorListItem>& monitors) {
     std::vector<std::string> names;
     for (const MonitorListItem& monitor : monitors) {
@@ -159,7 +166,8 @@ std::vector<Finding> kitNameDiffers(const Examination& examination) {
                      "The runtime recognises a kit monitor only when its name contains the name of "
                      "the kit model exactly.",
                      "If it is the kit monitor, give its name as Windows reports it, in "
-                     "VORLEN_KIT_MODELS or with --kit-model."});
+                     "VORLEN_KIT_MODELS or with --kit-model.",
+                     monitorsOf(path)});
             }
         }
     }
@@ -180,7 +188,8 @@ std::vector<Finding> genericName(const Examination& examination) {
                  "so the runtime cannot recognise it. It may be the kit monitor.",
                  "Connect the monitor directly, without switch, splitter, dock or adapter. If the "
                  "name stays, uninstall the monitor in the Device Manager and scan for hardware "
-                 "changes."});
+                 "changes.",
+                 monitorsOf(path)});
         }
     }
     return findings;
@@ -200,17 +209,21 @@ std::vector<Finding> missingName(const Examination& examination) {
         const std::string seen =
             toUtf8Lossy(deviceName) + " has no name. " + whyWithoutName(configuration, deviceName);
         if (isPanelWithoutName(configuration, deviceName)) {
-            findings.push_back({Severity::note, seen,
+            findings.push_back({Severity::note,
+                                seen,
                                 "This is the built-in panel of a portable computer: most have no "
                                 "name. The runtime recognises a kit monitor by its name.",
-                                "Nothing, unless this panel is the kit monitor."});
+                                "Nothing, unless this panel is the kit monitor.",
+                                {toUtf8Lossy(deviceName)}});
         } else {
             findings.push_back(
-                {Severity::warning, seen,
+                {Severity::warning,
+                 seen,
                  "The runtime recognises a kit monitor by its name. This may be the kit monitor.",
                  "Repeat the command: after sleep and while displays are changed, names can be "
                  "missing for a while. If the name stays empty, connect the monitor directly, "
-                 "without switch, splitter, dock or adapter."});
+                 "without switch, splitter, dock or adapter.",
+                 {toUtf8Lossy(deviceName)}});
         }
     }
     return findings;
@@ -270,7 +283,8 @@ std::vector<Finding> clonedMonitor(const Examination& examination) {
                    "which the runtime does not recognise. One of the others may be the kit monitor "
                    "(code 22)."
                  : "The displays are duplicated. The kit monitor is not one of them.",
-             "Press Windows+P and choose Extend."});
+             "Press Windows+P and choose Extend.",
+             {toUtf8Lossy(deviceName)}});
     }
     return findings;
 }
