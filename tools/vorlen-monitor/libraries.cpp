@@ -13,24 +13,28 @@ namespace vorlen::tool {
 
 namespace {
 
-constexpr const char* remedy = "; vorlen_runtime.dll and libvorlen_monitor.dll of one release "
-                               "must be in the folder of vorlen-monitor.exe";
-
-std::wstring folderOfThisProgram() {
+std::wstring pathOfThisProgram() {
     std::wstring path(MAX_PATH, L'\0');
     for (;;) {
         const DWORD length =
             GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
         if (length == 0) {
-            throw Failure(ExitCode::internal, "cannot find the folder of vorlen-monitor.exe: " +
-                                                  systemError(GetLastError()));
+            throw Failure(ExitCode::internal,
+                          "cannot find the folder of this program: " + systemError(GetLastError()));
         }
         if (length < path.size()) {
             path.resize(length);
-            return path.substr(0, path.find_last_of(L'\\') + 1);
+            return path;
         }
         path.resize(path.size() * 2); // it was cut off
     }
+}
+
+std::string remedy() {
+    const std::wstring program = pathOfThisProgram();
+    return "; vorlen_runtime.dll and libvorlen_monitor.dll of one release must be in the folder "
+           "of " +
+           toUtf8Lossy(program.substr(program.find_last_of(L'\\') + 1));
 }
 
 std::string whyNotLoaded(const std::wstring& path, DWORD error) {
@@ -57,7 +61,7 @@ HMODULE load(const std::wstring& path) {
     if (module == nullptr) {
         const DWORD error = GetLastError();
         throw Failure(ExitCode::libraries, "cannot load " + toUtf8Lossy(path) + ": " +
-                                               whyNotLoaded(path, error) + remedy);
+                                               whyNotLoaded(path, error) + remedy());
     }
     return module;
 }
@@ -73,7 +77,7 @@ std::unique_ptr<simulation::SimulatedDesktop> simulate(const snapshot::Reading& 
     } catch (const std::runtime_error& error) {
         throw Failure(ExitCode::libraries,
                       "cannot replay a recording: " + std::string(error.what()) +
-                          ": it is of another release" + remedy);
+                          ": it is of another release" + remedy());
     }
 }
 
@@ -89,13 +93,14 @@ FARPROC Library::exported(const char* name) const {
     const FARPROC address = GetProcAddress(module, name);
     if (address == nullptr) {
         throw Failure(ExitCode::libraries, toUtf8Lossy(path) + " does not export " + name +
-                                               ": it is of another release" + remedy);
+                                               ": it is of another release" + remedy());
     }
     return address;
 }
 
 Library libraryBesideThisProgram(const std::wstring& name) {
-    return Library(folderOfThisProgram() + name);
+    const std::wstring program = pathOfThisProgram();
+    return Library(program.substr(0, program.find_last_of(L'\\') + 1) + name);
 }
 
 Service::Service(const snapshot::Reading* reading)

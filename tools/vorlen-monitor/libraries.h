@@ -73,6 +73,12 @@ public:
     Function* function(const char* name) const {
         return module.function<Function>(name);
     }
+
+    // The same of the runtime.
+    template <typename Function>
+    Function* runtimeFunction(const char* name) const {
+        return runtime.function<Function>(name);
+    }
 };
 
 // Calls work(service) with a running service, which sees the desktop of the reading (null: that of

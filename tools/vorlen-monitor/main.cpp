@@ -1,5 +1,3 @@
-#include "simulation/expect.h"
-#include "snapshot/redaction.h"
 #include "tools/vorlen-monitor/command_line.h"
 #include "tools/vorlen-monitor/doctor/doctor_command.h"
 #include "tools/vorlen-monitor/doctor/findings.h"
@@ -9,7 +7,7 @@
 #include "tools/vorlen-monitor/monitors_command.h"
 #include "tools/vorlen-monitor/output.h"
 #include "tools/vorlen-monitor/record_command.h"
-#include "tools/vorlen-monitor/recording_file.h"
+#include "tools/vorlen-monitor/replay.h"
 #include "tools/vorlen-monitor/status_command.h"
 #include "tools/vorlen-monitor/text.h"
 #include "tools/vorlen-monitor/version_command.h"
@@ -108,11 +106,8 @@ ExitCode carryOut(const DoctorOptions& options, const snapshot::Reading* replaye
 
 ExitCode carryOut(const RecordOptions& options, const snapshot::Reading* replayed) {
     addKitModels(options.kitModels);
-    snapshot::Reading reading = replayed != nullptr ? *replayed : readLiveDesktop();
-    reading.process.kitModels = kitModels();
-    if (options.redact) {
-        snapshot::Redaction().redact(reading);
-    }
+    const snapshot::Reading reading =
+        forRecording(replayed != nullptr ? *replayed : readLiveDesktop(), options.redact);
     writeRecording(reading, options.file);
     return print(recordingSummary(reading, options.file));
 }
@@ -120,26 +115,22 @@ ExitCode carryOut(const RecordOptions& options, const snapshot::Reading* replaye
 // The library made a call for which the simulated desktop has no answer, on any thread. None of its
 // code may run again, not even its cleanup.
 void endAtWrongCall(const std::string& line) {
-    complain("the replay cannot go on after an error of the library: " + line);
+    complain(wrongCall(line));
     TerminateProcess(GetCurrentProcess(), static_cast<UINT>(ExitCode::internal));
 }
 
-// The reading to replay, with its kit models in place of those of this session; nothing when the
-// desktop of this session is shown.
-std::optional<snapshot::Reading> prepareReplay(const CommandLine& commandLine) {
+// Nothing when the desktop of this session is shown.
+std::optional<snapshot::Reading> readingToReplay(const CommandLine& commandLine) {
     if (!commandLine.replay || std::holds_alternative<Information>(commandLine.request)) {
         return std::nullopt;
     }
-    snapshot::Reading reading = readRecording(*commandLine.replay);
-    setKitModels(reading.process.kitModels);
-    simulation::setReporter(endAtWrongCall);
-    return reading;
+    return prepareReplay(*commandLine.replay, endAtWrongCall);
 }
 
 ExitCode run() {
     try {
         const CommandLine commandLine = parseCommandLine(commandLineArguments());
-        const std::optional<snapshot::Reading> replayed = prepareReplay(commandLine);
+        const std::optional<snapshot::Reading> replayed = readingToReplay(commandLine);
         return std::visit(
             [&](const auto& options) { return carryOut(options, replayed ? &*replayed : nullptr); },
             commandLine.request);

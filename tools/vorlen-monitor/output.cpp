@@ -67,8 +67,8 @@ void Output::write(std::string_view text) const {
     }
 }
 
-void complain(std::string_view message) {
-    const std::string line = "vorlen-monitor: " + spellControls(message) + "\n";
+void complain(std::string_view message, std::string_view program) {
+    const std::string line = std::string(program) + ": " + spellControls(message) + "\n";
     // When standard error cannot be written either, only the exit code reports the failure.
     static_cast<void>(writeText(GetStdHandle(STD_ERROR_HANDLE), line));
 }

@@ -19,8 +19,8 @@ private:
     HANDLE handle;
 };
 
-// Writes "vorlen-monitor: MESSAGE" to standard error as one line; control characters of the
-// message are replaced.
-void complain(std::string_view message);
+// Writes "PROGRAM: MESSAGE" to standard error as one line; control characters of the message are
+// replaced.
+void complain(std::string_view message, std::string_view program = "vorlen-monitor");
 
 } // namespace vorlen::tool

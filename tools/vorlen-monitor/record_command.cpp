@@ -4,8 +4,10 @@
 #include "platform/safe_text.h"
 #include "snapshot/read_desktop.h"
 #include "snapshot/recording.h"
+#include "snapshot/redaction.h"
 #include "tools/vorlen-monitor/failure.h"
 #include "tools/vorlen-monitor/libraries.h"
+#include "tools/vorlen-monitor/status_command.h"
 #include "tools/vorlen-monitor/version_command.h"
 #include "vorlen/diagnostics.h"
 
@@ -76,6 +78,14 @@ snapshot::Reading readLiveDesktop() {
     reading.origin = "vorlen-monitor " + versions.command;
     reading.process.moduleVersion = versions.module;
     reading.process.runtimeVersion = versions.runtime;
+    return reading;
+}
+
+snapshot::Reading forRecording(snapshot::Reading reading, bool redact) {
+    reading.process.kitModels = kitModels();
+    if (redact) {
+        snapshot::Redaction().redact(reading);
+    }
     return reading;
 }
 

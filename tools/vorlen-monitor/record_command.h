@@ -10,6 +10,9 @@ namespace vorlen::tool {
 // not initialised. Throws a Failure when a library cannot be loaded.
 snapshot::Reading readLiveDesktop();
 
+// The reading as a recording has it: with the kit models of this process, and redacted on request.
+snapshot::Reading forRecording(snapshot::Reading reading, bool redact);
+
 // Writes a recording of the reading to a file, whose name is UTF-8. Throws a Failure when it cannot
 // be written; an existing file is unchanged then.
 void writeRecording(const snapshot::Reading& reading, const std::string& fileName);

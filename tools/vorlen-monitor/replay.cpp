@@ -1,7 +1,10 @@
 #include "tools/vorlen-monitor/replay.h"
 
+#include "simulation/expect.h"
 #include "simulation/variants.h"
+#include "tools/vorlen-monitor/recording_file.h"
 #include "tools/vorlen-monitor/records.h"
+#include "tools/vorlen-monitor/status_command.h"
 
 #include <wbemidl.h>
 
@@ -121,6 +124,17 @@ simulation::SimulatedWindow simulated(const snapshot::Window& window) {
 }
 
 } // namespace
+
+snapshot::Reading prepareReplay(const std::string& file, void (*report)(const std::string& line)) {
+    snapshot::Reading reading = readRecording(file);
+    setKitModels(reading.process.kitModels);
+    simulation::setReporter(report);
+    return reading;
+}
+
+std::string wrongCall(const std::string& line) {
+    return "the replay cannot go on after an error of the library: " + line;
+}
 
 void replay(const snapshot::Reading& reading, simulation::SimulatedDesktop& desktop) {
     desktop.journal.stopRecording();
