@@ -51,6 +51,9 @@ LRESULT ComboBoxes::process(SimulatedComboBox& target, UINT message, WPARAM wPar
 }
 
 LRESULT WINAPI ComboBoxes::sendMessage(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (get().areOfTheSystem) {
+        return SendMessageW(window, message, wParam, lParam);
+    }
     const auto* const text = reinterpret_cast<const wchar_t*>(lParam);
     get().messages.push_back({window, message, wParam, message == CB_ADDSTRING ? text : L""});
     if (const auto reply = get().journal.enter("SendMessageW")) {

@@ -36,6 +36,10 @@ public:
     SimulatedComboBox& box(HWND handle);
     const std::vector<std::wstring>& entries(HWND handle) { return box(handle).entries; }
 
+    // Whether all messages go to the system instead: for a program that replays a desktop and shows
+    // combo boxes of its own.
+    bool areOfTheSystem = false;
+
     // Every message so far, including messages with a planned reply or to a destroyed combo box.
     std::vector<SentMessage> messages;
 

@@ -324,6 +324,22 @@ TEST_F(Replay, takes_no_memory_for_a_length_that_no_title_has) {
     EXPECT_EQ(windows()[2].title, std::wstring(L"c"));
 }
 
+TEST_F(Replay, fills_combo_boxes_of_the_program) {
+    addMonitor();
+    addWindow(L"first");
+    addWindow(L"second");
+    start();
+    const HWND parent =
+        CreateWindowW(L"STATIC", L"", WS_POPUP, 0, 0, 50, 50, nullptr, nullptr, nullptr, nullptr);
+    const HWND box = CreateWindowW(L"COMBOBOX", L"", WS_CHILD | CBS_DROPDOWNLIST, 0, 0, 50, 50,
+                                   parent, nullptr, nullptr, nullptr);
+    module.windowEnumWrapper().registerMonitorComboBox(box);
+    EXPECT_EQ(SendMessageW(box, CB_GETCOUNT, 0, 0), 1);
+    module.windowEnumWrapper().registerWindowComboBox(box);
+    EXPECT_EQ(SendMessageW(box, CB_GETCOUNT, 0, 0), 2);
+    DestroyWindow(parent);
+}
+
 TEST_F(Replay, takes_no_more_memory_for_further_calls) {
     addMonitor();
     addWindow(L"a");

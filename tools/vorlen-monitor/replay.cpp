@@ -138,6 +138,7 @@ std::string wrongCall(const std::string& line) {
 
 void replay(const snapshot::Reading& reading, simulation::SimulatedDesktop& desktop) {
     desktop.journal.stopRecording();
+    desktop.comboBoxes.areOfTheSystem = true;
     for (const snapshot::Monitor& monitor : reading.monitors) {
         desktop.monitors.all.push_back(simulated(monitor));
     }
