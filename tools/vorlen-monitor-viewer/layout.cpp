@@ -1,0 +1,157 @@
+#include "tools/vorlen-monitor-viewer/layout.h"
+
+#include <algorithm>
+
+namespace vorlen::viewer {
+
+namespace {
+
+// Takes areas from the top of a column.
+class Column {
+public:
+    Column(const Area& area, int gapBetween) : rest(area), gap(gapBetween) {}
+
+    Area take(int height) {
+        const Area area{rest.x, rest.y, rest.width, height};
+        drop(height + gap);
+        return area;
+    }
+
+    // A label is close to what it belongs to.
+    Area takeLabel(int height) {
+        const Area area{rest.x, rest.y, rest.width, height};
+        drop(height + gap / 4);
+        return area;
+    }
+
+    Area takeRest() const { return {rest.x, rest.y, rest.width, std::max(rest.height, 0)}; }
+
+private:
+    void drop(int height) {
+        rest.y += height;
+        rest.height -= height;
+    }
+
+    Area rest;
+    int gap;
+};
+
+// The left part of an area, and what is to the right of it.
+struct Parts {
+    Area left;
+    Area right;
+};
+
+Parts split(const Area& area, int leftWidth, int gap) {
+    return {
+        {area.x, area.y, leftWidth, area.height},
+        {area.x + leftWidth + gap, area.y, std::max(area.width - leftWidth - gap, 0), area.height}};
+}
+
+class Layout {
+public:
+    Layout(int width, int height, const Metrics& metrics)
+        : dpi(metrics.dpi), line(metrics.lineHeight), gap(scaled(8, dpi)),
+          box(line + scaled(10, dpi)) {
+        const Area all{gap, gap, std::max(width - 2 * gap, 0), std::max(height - 2 * gap, 0)};
+        const int belowButtons = std::max(all.height - box - gap, 0);
+        const int top = belowButtons * 45 / 100;
+        const Parts upper = split({all.x, all.y, all.width, top}, all.width * 58 / 100, gap);
+        labelled(mapLabel, mapControl, upper.left);
+        labelled(detailsLabel, detailsControl, upper.right);
+        const Parts lower =
+            split({all.x, all.y + top + gap, all.width, std::max(belowButtons - top - gap, 0)},
+                  all.width * 42 / 100, gap);
+        boxesAndStatus(lower.left);
+        windows(lower.right);
+        buttons({all.x, all.y + belowButtons + gap, all.width, box});
+    }
+
+    std::vector<Placement> placements;
+
+private:
+    void place(ControlId control, const Area& area) { placements.push_back({control, area}); }
+
+    void labelled(ControlId label, ControlId control, const Area& area) {
+        Column column(area, gap);
+        place(label, column.takeLabel(line));
+        place(control, column.takeRest());
+    }
+
+    // A label and its control on one row.
+    void row(ControlId label, ControlId control, const Area& area, int labelWidth) {
+        const Parts parts = split(area, scaled(labelWidth, dpi), gap);
+        place(label,
+              {parts.left.x, parts.left.y + (area.height - line) / 2, parts.left.width, line});
+        place(control, parts.right);
+    }
+
+    void boxesAndStatus(const Area& area) {
+        Column column(area, gap);
+        row(monitorBoxLabel, monitorBox, column.take(box), boxLabelWidth);
+        row(windowBoxLabel, windowBox, column.take(box), boxLabelWidth);
+        place(statusLabel, column.takeLabel(line));
+        const Area status = column.take(6 * line + scaled(8, dpi));
+        const int button = scaled(80, dpi);
+        const Parts parts = split(status, std::max(status.width - gap - button, 0), gap);
+        place(statusControl, parts.left);
+        place(checkButton, {parts.right.x, parts.right.y, button, box});
+        place(logLabel, column.takeLabel(line));
+        place(logControl, column.takeRest());
+    }
+
+    void windows(const Area& area) {
+        Column column(area, gap);
+        place(windowListLabel, column.takeLabel(line));
+        const Area options = column.take(box);
+        const Parts parts = split(options, (options.width - gap) / 2, gap);
+        row(filterLabel, filterControl, parts.left, filterLabelWidth);
+        row(orderLabel, orderBox, parts.right, orderLabelWidth);
+        place(windowList, column.takeRest());
+    }
+
+    void buttons(const Area& area) {
+        const Parts redact = split(area, scaled(310, dpi), gap);
+        const Parts copy = split(redact.right, scaled(100, dpi), gap);
+        const Parts save = split(copy.right, scaled(120, dpi), gap);
+        place(redactBox, redact.left);
+        place(copyButton, copy.left);
+        place(saveButton, save.left);
+        place(noticeControl,
+              {save.right.x, save.right.y + (area.height - line) / 2, save.right.width, line});
+    }
+
+    // At 96 DPI.
+    static constexpr int boxLabelWidth = 54;
+    static constexpr int filterLabelWidth = 36;
+    static constexpr int orderLabelWidth = 48;
+
+    int dpi;
+    int line;
+    int gap;
+    int box; // the height of a button, and of a combo box
+};
+
+Area contents(int width, int height, const Metrics& metrics) {
+    return {0, 0, scaled(width, metrics.dpi), scaled(height, metrics.dpi)};
+}
+
+} // namespace
+
+int scaled(int length, int dpi) {
+    return (length * dpi + 48) / 96;
+}
+
+Area preferredContents(const Metrics& metrics) {
+    return contents(980, 680, metrics);
+}
+
+Area smallestContents(const Metrics& metrics) {
+    return contents(700, 500, metrics);
+}
+
+std::vector<Placement> layOut(int width, int height, const Metrics& metrics) {
+    return Layout(width, height, metrics).placements;
+}
+
+} // namespace vorlen::viewer
