@@ -1,0 +1,45 @@
+#pragma once
+
+#include "tools/vorlen-monitor-viewer/window_rows.h"
+
+#include <windows.h>
+
+#include <vector>
+
+namespace vorlen::viewer {
+
+// The list of the windows that are not capturable, the field that filters it and the box that sorts
+// it: controls of the parent, which destroys them and passes their notifications on.
+class WindowListView {
+public:
+    explicit WindowListView(HWND parent);
+    WindowListView(const WindowListView&) = delete;
+    WindowListView& operator=(const WindowListView&) = delete;
+
+    // Shows the windows that have a reason. The selected one stays selected.
+    void show(const std::vector<tool::WindowRow>& windows);
+
+    // After the size or the font of the list has changed.
+    void fitColumns() const;
+
+    // For WM_COMMAND of the field and the box.
+    void handleFilter();
+    void handleOrder();
+
+    // For WM_NOTIFY of the list.
+    void handleNotification(NMHDR& notification);
+
+private:
+    void sort(const Order& order);
+    void refresh();
+    void refreshSelection();
+    void markSortedColumn() const;
+
+    WindowRows rows;
+    bool refreshing = false; // changes of the selection are not the user's
+    HWND filter;
+    HWND orderBox;
+    HWND list;
+};
+
+} // namespace vorlen::viewer
