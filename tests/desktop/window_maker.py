@@ -1,5 +1,6 @@
 """Another program's windows, which a test makes, changes and destroys."""
 
+import select
 import subprocess
 
 from desktop import BUILD, Desktop
@@ -34,6 +35,18 @@ class WindowMaker:
 
     def destroy(self, window: int) -> None:
         self._ask(f"destroy {window}")
+
+    def start_series(self, count: int) -> None:
+        """Begins a series of windows, and does not wait for its end."""
+        self._process.stdin.write(f"series {count}\n")
+        self._process.stdin.flush()
+
+    def has_answered(self) -> bool:
+        return bool(select.select([self._process.stdout], [], [], 0)[0])
+
+    def kill(self) -> None:
+        with self._process as process:
+            process.kill()
 
     def close(self) -> None:
         with self._process as process:

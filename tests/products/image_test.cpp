@@ -13,7 +13,7 @@ namespace tests {
 namespace {
 
 const std::set<std::string> products = {"libvorlen_monitor.dll", "vorlen_runtime.dll",
-                                        "vorlen-monitor.exe"};
+                                        "vorlen-monitor.exe", "vorlen-monitor-viewer.exe"};
 
 bool isSystemLibrary(const std::string& name) {
     wchar_t folder[MAX_PATH]{};
