@@ -10,11 +10,12 @@ import termios
 
 import pytest
 
-from desktop import RUN
-from processes import Marked, finish, start_program, wait_until
+from desktop import PROJECT, RUN
+from processes import Marked, complaint_of, finish, start_program, wait_until
 
 pytestmark = pytest.mark.usefixtures("prepared")
 
+KIT_MONITOR = str(PROJECT / "tests/recordings/kit_beside_two_others.json")
 UHD_AND_HD = [(0, 0, 3840, 2160, 60), (3840, 0, 1920, 1080, 60)]
 
 
@@ -123,6 +124,31 @@ def test_it_leaves_no_process_and_no_file_behind(marked, tmp_path):
     assert run(marked, "monitors").returncode == 0
     assert marked.processes() == {}
     assert list(tmp_path.iterdir()) == []
+
+
+def test_the_viewer_is_shown_on_the_display_of_the_user(marked, desktop):
+    marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
+    process = start(marked, "viewer")
+    wait_until(lambda: marked.find("vorlen-monitor-viewer.exe"), "the viewer starts")
+    process.send_signal(signal.SIGTERM)
+    assert finish(process).returncode == 128 + signal.SIGTERM
+    assert marked.processes() == {}
+
+
+def test_the_viewer_is_not_shown_on_a_virtual_desktop(marked):
+    assert complaint_of(run(marked, "viewer")) == (
+        "run: a virtual desktop has no screen to show the viewer on: set DISPLAY, or draw it with "
+        "./run viewer --picture FILE.png\n"
+    )
+
+
+@pytest.mark.parametrize("arguments", [(), ("--replay", KIT_MONITOR)])
+def test_a_picture_of_the_viewer_is_drawn_on_a_virtual_desktop(marked, tmp_path, arguments):
+    picture = tmp_path / "viewer.png"
+    drawn = run(marked, "viewer", *arguments, "--picture", str(picture))
+    assert (drawn.returncode, drawn.stdout) == (0, ""), drawn.stderr
+    assert picture.read_bytes().startswith(b"\x89PNG")
+    assert marked.processes() == {}
 
 
 INTERRUPTIONS = pytest.mark.parametrize(
