@@ -6,7 +6,7 @@ set(package_cmake lib/cmake/vorlen-monitor)
 
 set(images libvorlen_monitor vorlen_runtime)
 if(NOT VORLEN_LIBRARIES_ONLY)
-    list(APPEND images vorlen-monitor)
+    list(APPEND images vorlen-monitor vorlen-monitor-viewer)
 endif()
 install(TARGETS ${images} RUNTIME DESTINATION bin)
 if(MSVC OR CMAKE_CXX_COMPILER_ID STREQUAL "Clang")

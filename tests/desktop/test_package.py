@@ -131,6 +131,9 @@ def test_it_has_what_a_host_needs(package):
     for name in ("libvorlen_monitor", "vorlen_runtime"):
         for file in (f"bin/{name}.dll", f"bin/{name}.pdb", f"lib/{name}.lib", f"lib/{name}.dll.a"):
             assert (package / file).is_file(), file
+    for name in ("vorlen-monitor", "vorlen-monitor-viewer"):
+        for file in (f"bin/{name}.exe", f"bin/{name}.pdb"):
+            assert (package / file).is_file(), file
     for folder in ("include/vorlen", "lib/cmake/vorlen-monitor", "share/licenses", "examples"):
         assert any((package / folder).iterdir()), folder
     assert (package / "share/doc/reference/index.html").is_file()
@@ -192,6 +195,13 @@ def test_the_command_shows_the_versions_that_are_loaded(package, shared_desktop)
     assert output_of(shared_desktop, package / "bin/vorlen-monitor.exe", "--version") == (
         f"vorlen-monitor {version}\nlibvorlen_monitor.dll {version}\nvorlen_runtime.dll {version}\n"
     )
+
+
+def test_the_viewer_draws_the_desktop(package, shared_desktop, tmp_path):
+    picture = tmp_path / "viewer.png"
+    program = package / "bin/vorlen-monitor-viewer.exe"
+    assert output_of(shared_desktop, program, "--picture", windows_path(picture)) == ""
+    assert picture.read_bytes().startswith(b"\x89PNG")
 
 
 @pytest.mark.parametrize("program", ["linked_c", "loaded_c"])
