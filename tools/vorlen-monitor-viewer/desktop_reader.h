@@ -17,7 +17,7 @@ public:
     using Read = std::function<snapshot::Reading()>;
 
     // When a reading is done, the window gets the message.
-    DesktopReader(HWND window, UINT message, Read read);
+    DesktopReader(HWND window, UINT message, Read function);
 
     // Waits until no reading is being made. The desktop's windows include those of this thread:
     // messages that the other thread sends to them are answered.

@@ -67,10 +67,10 @@ public:
         buttons({all.x, all.y + belowButtons + gap, all.width, box});
     }
 
-    std::vector<Placement> placements;
+    const std::vector<Placement>& placements() const { return placed; }
 
 private:
-    void place(ControlId control, const Area& area) { placements.push_back({control, area}); }
+    void place(ControlId control, const Area& area) { placed.push_back({control, area}); }
 
     void labelled(ControlId label, ControlId control, const Area& area) {
         Column column(area, gap);
@@ -130,6 +130,7 @@ private:
     int line;
     int gap;
     int box; // the height of a button, and of a combo box
+    std::vector<Placement> placed;
 };
 
 Area contents(int width, int height, const Metrics& metrics) {
@@ -151,7 +152,7 @@ Area smallestContents(const Metrics& metrics) {
 }
 
 std::vector<Placement> layOut(int width, int height, const Metrics& metrics) {
-    return Layout(width, height, metrics).placements;
+    return Layout(width, height, metrics).placements();
 }
 
 } // namespace vorlen::viewer

@@ -22,7 +22,7 @@ Area preferredContents(const Metrics& metrics);
 Area smallestContents(const Metrics& metrics);
 
 struct Placement {
-    ControlId control;
+    ControlId control{};
     Area area; // of a combo box, without its list
 };
 

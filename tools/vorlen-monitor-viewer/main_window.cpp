@@ -106,9 +106,7 @@ MainWindow::MainWindow(const ViewedDesktop& viewed, LogCapture& captured)
     const POINT size = sizeWithFrame(preferredContents(metrics()));
     SetWindowPos(handle(), nullptr, 0, 0, size.x, size.y,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
-    desktop.fillWindowBox(GetDlgItem(handle(), windowBox));
-    SendDlgItemMessageW(handle(), windowBox, CB_SETCURSEL, 0, 0);
-    selectedWindow = desktop.listedWindow(0);
+    fillWindowBox();
     windowListView->show(desktop.windows());
     refreshMonitors();
     log.notify(handle(), logChanged);
@@ -147,6 +145,14 @@ void MainWindow::makeControls() {
     makeControl(handle(), noticeControl, WC_STATICW, L"", SS_ENDELLIPSIS | SS_NOPREFIX);
 }
 
+// The first window is selected.
+void MainWindow::fillWindowBox() {
+    const HWND box = GetDlgItem(handle(), windowBox);
+    desktop.fillWindowBox(box);
+    SendMessageW(box, CB_SETCURSEL, 0, 0);
+    selectedWindow = desktop.listedWindow(0);
+}
+
 void MainWindow::applyFont() {
     const LOGFONTW description = messageFont(GetDpiForWindow(handle()));
     Font changed(CreateFontIndirectW(&description));
@@ -183,7 +189,7 @@ void MainWindow::show() {
     SetFocus(map->handle());
 }
 
-void MainWindow::showForPicture() {
+void MainWindow::showForPicture() const {
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
 }
 
@@ -456,7 +462,7 @@ void MainWindow::saveRecording() {
 }
 
 // What the user can repeat does not end the viewer.
-void MainWindow::attempt(const Action& action) {
+void MainWindow::attempt(const Action& action) const {
     try {
         action();
     } catch (const tool::Failure& failure) {

@@ -29,7 +29,7 @@ class MainWindow {
 public:
     // The window is hidden at first, and has its preferred size. The service of the desktop and the
     // log live longer than it. Throws a Failure.
-    MainWindow(const ViewedDesktop& viewed, LogCapture& log);
+    MainWindow(const ViewedDesktop& viewed, LogCapture& captured);
     ~MainWindow();
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
@@ -40,7 +40,7 @@ public:
     void show();
 
     // Shows it in its preferred size, and does not activate it.
-    void showForPicture();
+    void showForPicture() const;
 
     // Whether the desktop is being read, so that findings and status may be missing or old.
     bool isExamining() const { return reader->isReading(); }
@@ -59,6 +59,7 @@ private:
     };
 
     void makeControls();
+    void fillWindowBox();
     void applyFont();
     void placeControls();
     Metrics metrics() const;
@@ -81,7 +82,7 @@ private:
 
     void copyReport();
     void saveRecording();
-    void attempt(const Action& action);
+    void attempt(const Action& action) const;
     bool isRedacting() const;
 
     const ViewedDesktop& desktop;

@@ -14,9 +14,12 @@
 
 namespace vorlen::viewer {
 
-MapControl::MapControl(HWND parent, int id, Monitors& shown) : monitors(shown), window(nullptr) {
+MapControl::MapControl(HWND parent, int id, Monitors& shown)
+    : monitors(shown), window(makeWindow(parent, id)) {}
+
+HWND MapControl::makeWindow(HWND parent, int id) {
     registerWindowClass<MapControl>(mapClass, nullptr);
-    window = checkedWindow(CreateWindowExW(
+    return checkedWindow(CreateWindowExW(
         WS_EX_CLIENTEDGE, mapClass, L"", WS_CHILD | WS_VISIBLE | WS_TABSTOP, 0, 0, 0, 0, parent,
         reinterpret_cast<HMENU>(INT_PTR{id}), GetModuleHandleW(nullptr), this));
 }

@@ -18,6 +18,7 @@ public:
 
     // The monitors live longer than the control, which the parent destroys.
     MapControl(HWND parent, int id, Monitors& shown);
+    ~MapControl() = default;
     MapControl(const MapControl&) = delete;
     MapControl& operator=(const MapControl&) = delete;
 
@@ -29,6 +30,7 @@ public:
     LRESULT handleMessage(HWND target, UINT message, WPARAM wParam, LPARAM lParam);
 
 private:
+    HWND makeWindow(HWND parent, int id);
     std::vector<Area> places() const;
     void select(std::size_t index) const;
     void handleKey(WPARAM key) const;

@@ -33,7 +33,13 @@ Order orderOf(int entry) {
 
 } // namespace
 
-WindowListView::WindowListView(HWND parent) : filter(nullptr), orderBox(nullptr), list(nullptr) {
+WindowListView::WindowListView(HWND parent) {
+    makeControls(parent);
+    fillHeadings();
+    sort({Column::reason, false});
+}
+
+void WindowListView::makeControls(HWND parent) {
     makeControl(parent, filterLabel, WC_STATICW, L"Fi&lter:", 0);
     filter = makeControl(parent, filterControl, WC_EDITW, L"", WS_TABSTOP | ES_AUTOHSCROLL,
                          WS_EX_CLIENTEDGE);
@@ -45,6 +51,10 @@ WindowListView::WindowListView(HWND parent) : filter(nullptr), orderBox(nullptr)
                        WS_TABSTOP | LVS_REPORT | LVS_OWNERDATA | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
                        WS_EX_CLIENTEDGE);
     SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+}
+
+// Of the list and of the box.
+void WindowListView::fillHeadings() const {
     for (std::size_t i = 0; i < columnCount; ++i) {
         std::wstring heading = columns.at(i).heading;
         LVCOLUMNW column{};
@@ -56,7 +66,6 @@ WindowListView::WindowListView(HWND parent) : filter(nullptr), orderBox(nullptr)
             SendMessageW(orderBox, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(entry.c_str()));
         }
     }
-    sort({Column::reason, false});
 }
 
 void WindowListView::show(const std::vector<tool::WindowRow>& windows) {

@@ -13,6 +13,7 @@ namespace vorlen::viewer {
 class WindowListView {
 public:
     explicit WindowListView(HWND parent);
+    ~WindowListView() = default;
     WindowListView(const WindowListView&) = delete;
     WindowListView& operator=(const WindowListView&) = delete;
 
@@ -30,6 +31,8 @@ public:
     void handleNotification(NMHDR& notification);
 
 private:
+    void makeControls(HWND parent);
+    void fillHeadings() const;
     void sort(const Order& order);
     void refresh();
     void refreshSelection();
@@ -37,9 +40,9 @@ private:
 
     WindowRows rows;
     bool refreshing = false; // changes of the selection are not the user's
-    HWND filter;
-    HWND orderBox;
-    HWND list;
+    HWND filter = nullptr;
+    HWND orderBox = nullptr;
+    HWND list = nullptr;
 };
 
 } // namespace vorlen::viewer

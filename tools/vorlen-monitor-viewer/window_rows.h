@@ -22,7 +22,7 @@ struct Order {
 };
 
 struct WindowLine {
-    void* handle;
+    void* handle = nullptr;
     std::array<std::wstring, columnCount> cells; // by Column
 
     friend bool operator==(const WindowLine&, const WindowLine&) = default;
