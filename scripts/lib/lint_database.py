@@ -25,7 +25,11 @@ LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark")
 
 
 def is_own(source: pathlib.Path) -> bool:
-    return PROJECT in source.parents and BUILD not in source.parents
+    return (
+        source.suffix in (".c", ".cpp")
+        and PROJECT in source.parents
+        and BUILD not in source.parents
+    )
 
 
 def merge(compiled: pathlib.Path) -> list[pathlib.Path]:

@@ -6,10 +6,10 @@ namespace vorlen::viewer {
 
 namespace {
 
-// Takes areas from the top of a column.
-class Column {
+// Takes areas from the top of an area.
+class AreaStack {
 public:
-    Column(const Area& area, int gapBetween) : rest(area), gap(gapBetween) {}
+    AreaStack(const Area& area, int gapBetween) : rest(area), gap(gapBetween) {}
 
     Area take(int height) {
         const Area area{rest.x, rest.y, rest.width, height};
@@ -73,9 +73,9 @@ private:
     void place(ControlId control, const Area& area) { placed.push_back({control, area}); }
 
     void labelled(ControlId label, ControlId control, const Area& area) {
-        Column column(area, gap);
-        place(label, column.takeLabel(line));
-        place(control, column.takeRest());
+        AreaStack stack(area, gap);
+        place(label, stack.takeLabel(line));
+        place(control, stack.takeRest());
     }
 
     // A label and its control on one row.
@@ -87,27 +87,27 @@ private:
     }
 
     void boxesAndStatus(const Area& area) {
-        Column column(area, gap);
-        row(monitorBoxLabel, monitorBox, column.take(box), boxLabelWidth);
-        row(windowBoxLabel, windowBox, column.take(box), boxLabelWidth);
-        place(statusLabel, column.takeLabel(line));
-        const Area status = column.take(6 * line + scaled(8, dpi));
+        AreaStack stack(area, gap);
+        row(monitorBoxLabel, monitorBox, stack.take(box), boxLabelWidth);
+        row(windowBoxLabel, windowBox, stack.take(box), boxLabelWidth);
+        place(statusLabel, stack.takeLabel(line));
+        const Area status = stack.take(6 * line + scaled(8, dpi));
         const int button = scaled(80, dpi);
         const Parts parts = split(status, std::max(status.width - gap - button, 0), gap);
         place(statusControl, parts.left);
         place(checkButton, {parts.right.x, parts.right.y, button, box});
-        place(logLabel, column.takeLabel(line));
-        place(logControl, column.takeRest());
+        place(logLabel, stack.takeLabel(line));
+        place(logControl, stack.takeRest());
     }
 
     void windows(const Area& area) {
-        Column column(area, gap);
-        place(windowListLabel, column.takeLabel(line));
-        const Area options = column.take(box);
+        AreaStack stack(area, gap);
+        place(windowListLabel, stack.takeLabel(line));
+        const Area options = stack.take(box);
         const Parts parts = split(options, (options.width - gap) / 2, gap);
         row(filterLabel, filterControl, parts.left, filterLabelWidth);
         row(orderLabel, orderBox, parts.right, orderLabelWidth);
-        place(windowList, column.takeRest());
+        place(windowList, stack.takeRest());
     }
 
     void buttons(const Area& area) {

@@ -10,8 +10,8 @@ namespace {
 std::optional<tool::Failure> kept;
 
 void throwKept() {
-    if (const std::optional<tool::Failure> failure = std::exchange(kept, std::nullopt)) {
-        throw *failure;
+    if (kept) {
+        throw tool::Failure(*std::exchange(kept, std::nullopt));
     }
 }
 

@@ -41,8 +41,9 @@ bool isAt(const MonitorListItem& monitor, const _VLRect& current) {
 
 } // namespace
 
-ViewedDesktop::ViewedDesktop(const tool::Service& used, const snapshot::Reading* reading)
-    : service(used), replayed(reading) {}
+ViewedDesktop::ViewedDesktop(const tool::Service& usedService,
+                             const snapshot::Reading* replayedReading)
+    : service(usedService), replayed(replayedReading) {}
 
 std::vector<ViewedMonitor> ViewedDesktop::monitors() const {
     const _VLRect current = service.function<decltype(::getMonitorRect)>("getMonitorRect")();

@@ -19,7 +19,7 @@ class ViewedDesktop {
 public:
     // The service, and the reading whose desktop it sees (null: that of this session), live longer
     // than the object.
-    ViewedDesktop(const tool::Service& service, const snapshot::Reading* replayed);
+    ViewedDesktop(const tool::Service& usedService, const snapshot::Reading* replayedReading);
 
     const snapshot::Reading* reading() const { return replayed; }
 

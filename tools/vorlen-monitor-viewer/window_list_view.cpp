@@ -153,7 +153,7 @@ void WindowListView::refreshSelection() {
 }
 
 void WindowListView::markSortedColumn() const {
-    const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
+    auto* const header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));
     for (std::size_t i = 0; i < columnCount; ++i) {
         HDITEMW item{};
         item.mask = HDI_FORMAT;

@@ -27,10 +27,10 @@ bool precedes(const std::wstring& left, const std::wstring& right) {
                                 checkedLength(right.size()), TRUE) == CSTR_LESS_THAN;
 }
 
-bool precedes(const WindowLine& left, const WindowLine& right, Column column) {
+bool precedes(const WindowLine& line, const WindowLine& other, Column column) {
     const auto index = static_cast<std::size_t>(column);
-    return column == Column::handle ? std::less<>()(left.handle, right.handle)
-                                    : precedes(left.cells[index], right.cells[index]);
+    return column == Column::handle ? std::less<>()(line.handle, other.handle)
+                                    : precedes(line.cells[index], other.cells[index]);
 }
 
 } // namespace
