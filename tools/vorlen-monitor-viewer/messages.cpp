@@ -1,18 +1,15 @@
 #include "tools/vorlen-monitor-viewer/messages.h"
 
-#include <optional>
 #include <utility>
 
 namespace vorlen::viewer {
 
 namespace {
 
-std::optional<tool::Failure> kept;
+std::exception_ptr kept;
 
-void throwKept() {
-    if (kept) {
-        throw tool::Failure(*std::exchange(kept, std::nullopt));
-    }
+void keep(const tool::Failure& failure) {
+    kept = std::make_exception_ptr(failure);
 }
 
 } // namespace
@@ -25,7 +22,9 @@ void runMessages(HWND window, const std::function<bool()>& done) {
             DispatchMessageW(&message);
         }
     }
-    throwKept();
+    if (kept) {
+        std::rethrow_exception(std::exchange(kept, nullptr));
+    }
 }
 
 void keepCurrentException() {
@@ -33,11 +32,11 @@ void keepCurrentException() {
         try {
             throw;
         } catch (const tool::Failure& failure) {
-            kept = failure;
+            keep(failure);
         } catch (const std::exception& error) {
-            kept = tool::Failure(tool::ExitCode::internal, tool::unexpected(&error));
+            keep({tool::ExitCode::internal, tool::unexpected(&error)});
         } catch (...) {
-            kept = tool::Failure(tool::ExitCode::internal, tool::unexpected(nullptr));
+            keep({tool::ExitCode::internal, tool::unexpected(nullptr)});
         }
     }
     PostQuitMessage(0);
