@@ -11,7 +11,7 @@ namespace {
 constexpr wchar_t title[] = L"A document of some length - An application";
 constexpr wchar_t className[] = L"ApplicationWindowClass";
 
-std::size_t windowCount = 0;
+std::size_t madeWindows = 0;
 
 template <std::size_t units>
 int copy(const wchar_t (&text)[units], LPWSTR field, int room) {
@@ -21,7 +21,7 @@ int copy(const wchar_t (&text)[units], LPWSTR field, int room) {
 }
 
 BOOL WINAPI enumerate(WNDENUMPROC callback, LPARAM parameter) {
-    for (std::size_t i = 0; i < windowCount; ++i) {
+    for (std::size_t i = 0; i < madeWindows; ++i) {
         callback(PlainWindows::handle(i), parameter);
     }
     return TRUE;
@@ -62,7 +62,7 @@ LRESULT WINAPI takeMessage(HWND, UINT, WPARAM, LPARAM) {
 } // namespace
 
 PlainWindows::PlainWindows(HMODULE image, std::size_t count) {
-    windowCount = count;
+    madeWindows = count;
     const auto replace = [&](const char* name, void* replacement) {
         redirects.emplace_back(image, name, replacement);
     };
