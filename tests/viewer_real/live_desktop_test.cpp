@@ -4,6 +4,7 @@
 #include "tests/soak/system_counts.h"
 #include "tests/viewer_real/viewer_window.h"
 #include "tools/vorlen-monitor-viewer/main_window.h"
+#include "tools/vorlen-monitor-viewer/messages.h"
 #include "tools/vorlen-monitor/libraries.h"
 
 #include <gmock/gmock.h>
@@ -20,6 +21,10 @@ protected:
     LiveViewer() {
         window.showForPicture();
         EXPECT_TRUE(pumpUntil([this] { return !window.isExamining(); }));
+    }
+    ~LiveViewer() override {
+        EXPECT_NO_THROW(
+            runMessages(window.handle(), [] { return true; })); // what a procedure has thrown
     }
 
     bool isOffered(const std::wstring& title) const {

@@ -3,6 +3,7 @@
 #include "tests/fixtures/message_pump.h"
 #include "tests/viewer_real/viewer_window.h"
 #include "tools/vorlen-monitor-viewer/main_window.h"
+#include "tools/vorlen-monitor-viewer/messages.h"
 #include "tools/vorlen-monitor/libraries.h"
 #include "tools/vorlen-monitor/replay.h"
 #include "tools/vorlen-monitor/status_command.h"
@@ -78,6 +79,7 @@ protected:
         finishExamining(); // hidden: Wine needs seconds to hide a window with a frame
     }
     ~Viewer() override {
+        EXPECT_NO_THROW(runMessages(handle(), [] { return true; })); // what a procedure has thrown
         window.reset();
         service.reset(); // while the desktop is still simulated
         vorlen::tool::setKitModels(L"");
