@@ -11,6 +11,7 @@
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <utility>
 
 namespace tests {
 namespace {
@@ -70,7 +71,7 @@ snapshot::Reading desktopWithKitMonitor() {
 
 class Viewer : public testing::Test {
 protected:
-    Viewer() {
+    explicit Viewer(snapshot::Reading shown = desktopWithKitMonitor()) : reading(std::move(shown)) {
         vorlen::tool::setKitModels(L"KIT 27");
         vorlen::tool::replay(reading, simulated);
         service.emplace(nullptr);
@@ -100,7 +101,7 @@ protected:
                                      static_cast<std::ptrdiff_t>(index));
     }
 
-    snapshot::Reading reading = desktopWithKitMonitor();
+    snapshot::Reading reading;
     LogCapture log;
     Library module = vorlen::tool::libraryBesideThisProgram(L"libvorlen_monitor.dll");
     simulation::SimulatedDesktop simulated{module.image()};
@@ -175,7 +176,25 @@ TEST_F(Viewer, checks_again_at_a_display_change) {
     EXPECT_THAT(details(), HasSubstr(L"error no-kit-monitor\r\n"));
 }
 
-TEST_F(Viewer, shows_a_desktop_without_monitors) {
+snapshot::Reading desktopWithoutMonitors() {
+    snapshot::Reading reading = desktopWithKitMonitor();
+    reading.monitors.clear();
+    reading.displayConfiguration.paths.clear();
+    return reading;
+}
+
+class ViewerWithoutMonitors : public Viewer {
+protected:
+    ViewerWithoutMonitors() : Viewer(desktopWithoutMonitors()) {}
+};
+
+TEST_F(ViewerWithoutMonitors, shows_status_and_findings) {
+    EXPECT_EQ(map(), L"0 monitors.");
+    EXPECT_THAT(details(), StartsWith(L"The desktop has no monitor.\r\n\r\nFindings "));
+    EXPECT_THAT(status(), StartsWith(L"17 MONITOR_NOT_CONNECTED: "));
+}
+
+TEST_F(Viewer, shows_that_the_last_monitor_has_gone) {
     window->showForPicture();
     removeMonitor(1);
     removeMonitor(0);

@@ -108,7 +108,8 @@ MainWindow::MainWindow(const ViewedDesktop& viewed, LogCapture& captured)
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     fillWindowBox();
     windowListView->show(desktop.windows());
-    refreshMonitors();
+    monitors.update(desktop.monitors());
+    showMonitors();
     log.notify(handle(), logChanged);
     showLog();
     if (desktop.reading() == nullptr) { // nothing changes on the desktop of a recording
@@ -376,11 +377,15 @@ void MainWindow::keepWindowSelection() {
 
 void MainWindow::refreshMonitors() {
     if (monitors.update(desktop.monitors())) {
-        // The module does not change a box that it has filled.
-        desktop.fillMonitorBox(GetDlgItem(handle(), monitorBox));
-        showSelection();
-        examine([] {});
+        showMonitors();
     }
+}
+
+void MainWindow::showMonitors() {
+    // The module does not change a box that it has filled.
+    desktop.fillMonitorBox(GetDlgItem(handle(), monitorBox));
+    showSelection();
+    examine([] {});
 }
 
 void MainWindow::showSelection() {

@@ -72,6 +72,7 @@ private:
     void keepWindowSelection();
 
     void refreshMonitors();
+    void showMonitors();
     void showSelection();
     void showLog();
 
