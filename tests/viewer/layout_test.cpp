@@ -57,6 +57,17 @@ TEST_P(Layout, has_no_negative_sizes_in_a_window_without_contents) {
 INSTANTIATE_TEST_SUITE_P(Dpi, Layout, testing::Values(normal, doubled),
                          [](const auto& metrics) { return std::to_string(metrics.param.dpi); });
 
+TEST(MovedInto, keeps_an_area_inside_the_bounds) {
+    const Area bounds{100, 200, 1000, 500};
+    EXPECT_EQ(movedInto({150, 250, 30, 40}, bounds), (Area{150, 250, 30, 40}));
+    EXPECT_EQ(movedInto({0, 900, 30, 40}, bounds), (Area{100, 660, 30, 40}));
+    EXPECT_EQ(movedInto({1090, 0, 30, 40}, bounds), (Area{1070, 200, 30, 40}));
+}
+
+TEST(MovedInto, makes_a_larger_area_as_large_as_the_bounds) {
+    EXPECT_EQ(movedInto({-11, -45, 1422, 1077}, {0, 0, 1366, 728}), (Area{0, 0, 1366, 728}));
+}
+
 TEST(Scaled, is_in_pixels_of_the_dpi) {
     EXPECT_EQ(scaled(8, 96), 8);
     EXPECT_EQ(scaled(8, 192), 16);

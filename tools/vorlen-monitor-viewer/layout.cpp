@@ -151,6 +151,13 @@ Area smallestContents(const Metrics& metrics) {
     return contents(700, 500, metrics);
 }
 
+Area movedInto(const Area& area, const Area& bounds) {
+    const int width = std::min(area.width, bounds.width);
+    const int height = std::min(area.height, bounds.height);
+    return {std::clamp(area.x, bounds.x, bounds.right() - width),
+            std::clamp(area.y, bounds.y, bounds.bottom() - height), width, height};
+}
+
 std::vector<Placement> layOut(int width, int height, const Metrics& metrics) {
     return Layout(width, height, metrics).placements();
 }

@@ -21,6 +21,9 @@ int scaled(int length, int dpi);
 Area preferredContents(const Metrics& metrics);
 Area smallestContents(const Metrics& metrics);
 
+// An area of at most the size of another one, moved as little as possible so that it is inside.
+Area movedInto(const Area& area, const Area& bounds);
+
 struct Placement {
     ControlId control{};
     Area area; // of a combo box, without its list

@@ -82,11 +82,15 @@ void placeDropDownList(HWND box, const Area& area, int dpi) {
     setTextHeight(area.height - frameHeight);
 }
 
-RECT workAreaOf(HWND window) {
+Area areaOf(const RECT& rect) {
+    return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
+}
+
+Area workAreaOf(HWND window) {
     MONITORINFO information{};
     information.cbSize = sizeof(information);
     GetMonitorInfoW(MonitorFromWindow(window, MONITOR_DEFAULTTOPRIMARY), &information);
-    return information.rcWork;
+    return areaOf(information.rcWork);
 }
 
 } // namespace
@@ -103,8 +107,8 @@ MainWindow::MainWindow(const ViewedDesktop& viewed, LogCapture& captured)
     });
     makeControls();
     applyFont();
-    const POINT size = sizeWithFrame(preferredContents(metrics()));
-    SetWindowPos(handle(), nullptr, 0, 0, size.x, size.y,
+    const Area size = withFrame(preferredContents(metrics()));
+    SetWindowPos(handle(), nullptr, 0, 0, size.width, size.height,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     fillWindowBox();
     windowListView->show(desktop.windows());
@@ -194,21 +198,18 @@ void MainWindow::showForPicture() const {
     ShowWindow(handle(), SW_SHOWNOACTIVATE);
 }
 
-POINT MainWindow::sizeWithFrame(const Area& contents) const {
+Area MainWindow::withFrame(const Area& contents) const {
     RECT frame = {0, 0, contents.width, contents.height};
     AdjustWindowRectExForDpi(&frame, windowStyle, FALSE, WS_EX_CONTROLPARENT,
                              GetDpiForWindow(handle()));
-    return {frame.right - frame.left, frame.bottom - frame.top};
+    return areaOf(frame);
 }
 
 void MainWindow::moveIntoMonitor() const {
-    RECT place{};
-    GetWindowRect(handle(), &place);
-    const RECT work = workAreaOf(handle());
-    const LONG width = std::min(place.right - place.left, work.right - work.left);
-    const LONG height = std::min(place.bottom - place.top, work.bottom - work.top);
-    SetWindowPos(handle(), nullptr, std::clamp(place.left, work.left, work.right - width),
-                 std::clamp(place.top, work.top, work.bottom - height), width, height,
+    RECT now{};
+    GetWindowRect(handle(), &now);
+    const Area place = movedInto(areaOf(now), workAreaOf(handle()));
+    SetWindowPos(handle(), nullptr, place.x, place.y, place.width, place.height,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
@@ -220,10 +221,12 @@ LRESULT MainWindow::handleMessage(HWND target, UINT message, WPARAM wParam, LPAR
     case WM_SIZE:
         placeControls();
         return 0;
-    case WM_GETMINMAXINFO:
-        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize =
-            sizeWithFrame(smallestContents(metrics()));
+    case WM_GETMINMAXINFO: {
+        // On a small monitor, everything stays in reach although not all of it can be read.
+        const Area least = movedInto(withFrame(smallestContents(metrics())), workAreaOf(target));
+        reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {least.width, least.height};
         return 0;
+    }
     case WM_DPICHANGED: {
         const auto* const suggested = reinterpret_cast<const RECT*>(lParam);
         SetWindowPos(target, nullptr, suggested->left, suggested->top,

@@ -63,7 +63,7 @@ private:
     void applyFont();
     void placeControls();
     Metrics metrics() const;
-    POINT sizeWithFrame(const Area& contents) const;
+    Area withFrame(const Area& contents) const;
     void moveIntoMonitor() const;
 
     void handleCommand(int id, int code);
