@@ -116,7 +116,7 @@ def test_a_kit_monitor_is_marked_and_checked(open_viewer):
     assert viewer.map().startswith("2 monitors. Selected: \\\\.\\DISPLAY1, Display1, ")
     assert "Kit monitor, Current monitor" in viewer.map()
     assert viewer.text("statusControl") == "16 MONITOR_OK: OK.\n"
-    assert "info The monitor exists." in viewer.entries("logControl")
+    assert "info The monitor exists.\n" in viewer.text("logControl")
 
 
 def test_without_a_kit_monitor_it_says_what_to_do(open_viewer):

@@ -17,7 +17,6 @@ namespace tests {
 namespace {
 
 using testing::AllOf;
-using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -95,6 +94,7 @@ protected:
     std::wstring map() const { return textOf(handle(), mapControl); }
     std::wstring details() const { return textOf(handle(), detailsControl); }
     std::wstring status() const { return textOf(handle(), statusControl); }
+    std::wstring logText() const { return textOf(handle(), logControl); }
 
     void removeMonitor(std::size_t index) {
         simulated.monitors.all.erase(simulated.monitors.all.begin() +
@@ -118,7 +118,7 @@ TEST_F(Viewer, shows_monitors_status_windows_and_log) {
                 ElementsAre(LR"(\\.\DISPLAY1)", LR"(\\.\DISPLAY2)"));
     EXPECT_THAT(comboBoxEntries(handle(), windowBox), ElementsAre(L"Letter"));
     EXPECT_THAT(listedTitles(handle()), ElementsAre(L"Alpha", L"beta", L"Gamma"));
-    EXPECT_THAT(logEntries(handle()), Contains(L"info The monitor exists."));
+    EXPECT_THAT(logText(), HasSubstr(L"info The monitor exists.\r\n"));
 }
 
 TEST_F(Viewer, selects_monitors_with_the_keyboard) {
@@ -218,7 +218,7 @@ TEST_F(Viewer, runs_the_check_when_the_button_is_pressed) {
     EXPECT_THAT(map(), HasSubstr(L"Refresh rate too low"));
     EXPECT_THAT(details(), AllOf(HasSubstr(L"Refresh rate: 30 Hz (too low)\r\n"),
                                  HasSubstr(L"error refresh-rate-too-low\r\n")));
-    EXPECT_THAT(logEntries(handle()), Contains(L"critical The monitor framerate is not correct."));
+    EXPECT_THAT(logText(), HasSubstr(L"critical The monitor framerate is not correct.\r\n"));
 }
 
 TEST_F(Viewer, shows_the_findings_about_the_selected_monitor_only) {
@@ -296,6 +296,45 @@ TEST_F(Viewer, filters_and_sorts_the_windows) {
     EXPECT_THAT(listedTitles(handle()), ElementsAre(L"Alpha"));
     SetDlgItemTextW(handle(), filterControl, L"nothing");
     EXPECT_THAT(listedTitles(handle()), IsEmpty());
+}
+
+class ViewerLog : public Viewer {
+protected:
+    // Until the log has more lines than its field shows.
+    ViewerLog() {
+        for (int i = 0; i < 20; ++i) {
+            addLines();
+        }
+    }
+
+    void addLines() {
+        press(handle(), checkButton);
+        finishExamining();
+    }
+
+    LRESULT firstShownLine() const {
+        return SendDlgItemMessageW(handle(), logControl, EM_GETFIRSTVISIBLELINE, 0, 0);
+    }
+};
+
+TEST_F(ViewerLog, is_scrolled_to_its_end) {
+    const LRESULT before = firstShownLine();
+    EXPECT_GT(before, 0);
+    addLines();
+    EXPECT_GT(firstShownLine(), before);
+}
+
+TEST_F(ViewerLog, stays_where_the_user_reads_it) {
+    window->show();
+    const std::size_t before = logText().size();
+    const HWND field = GetDlgItem(handle(), logControl);
+    SetFocus(field);
+    SendMessageW(field, EM_SETSEL, 2, 5);
+    SendMessageW(field, EM_LINESCROLL, 0, 3 - firstShownLine());
+    service->function<decltype(::checkMonitorStatus)>("checkMonitorStatus")();
+    EXPECT_TRUE(pumpUntil([&] { return logText().size() > before; }));
+    EXPECT_EQ(firstShownLine(), 3);
+    EXPECT_EQ(SendMessageW(field, EM_GETSEL, 0, 0), MAKELONG(2, 5));
 }
 
 } // namespace

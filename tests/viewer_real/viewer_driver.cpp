@@ -3,7 +3,7 @@
 //
 //     window               the handle of the viewer's main window once it is shown, or 0
 //     text CONTROL         the text of a control; line breaks are written as \n
-//     entries CONTROL      the entries of a combo box or list box, separated by tabulators
+//     entries CONTROL      the entries of a combo box, separated by tabulators
 //     rows                 the lines of the window list, separated by tabulators, their cells by |
 //     row                  the selected line of the window list, or -1
 //     selected CONTROL     the selected entry of a combo box, or -1
@@ -102,16 +102,12 @@ std::wstring textOf(HWND window) {
 }
 
 std::vector<std::string> entriesOf(HWND box) {
-    wchar_t className[16]{};
-    GetClassNameW(box, className, 16);
-    const bool isList = _wcsicmp(className, L"ListBox") == 0;
     std::vector<std::string> entries;
-    const LRESULT count = SendMessageW(box, isList ? LB_GETCOUNT : CB_GETCOUNT, 0, 0);
+    const LRESULT count = SendMessageW(box, CB_GETCOUNT, 0, 0);
     for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
-        const LRESULT length = SendMessageW(box, isList ? LB_GETTEXTLEN : CB_GETLBTEXTLEN, i, 0);
+        const LRESULT length = SendMessageW(box, CB_GETLBTEXTLEN, i, 0);
         std::wstring entry(static_cast<std::size_t>(std::max(length, LRESULT{0})) + 1, L'\0');
-        SendMessageW(box, isList ? LB_GETTEXT : CB_GETLBTEXT, i,
-                     reinterpret_cast<LPARAM>(entry.data()));
+        SendMessageW(box, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(entry.data()));
         entry.resize(entry.size() - 1);
         entries.push_back(onOneLine(entry));
     }

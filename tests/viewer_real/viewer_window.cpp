@@ -11,32 +11,21 @@
 
 namespace tests {
 
-namespace {
-
-std::vector<std::wstring> entriesOf(HWND box, UINT count, UINT length, UINT text) {
-    std::vector<std::wstring> entries;
-    const LRESULT number = SendMessageW(box, count, 0, 0);
-    for (WPARAM i = 0; static_cast<LRESULT>(i) < number; ++i) {
-        std::wstring entry(static_cast<std::size_t>(SendMessageW(box, length, i, 0)), L'\0');
-        SendMessageW(box, text, i, reinterpret_cast<LPARAM>(entry.data()));
-        entries.push_back(entry);
-    }
-    return entries;
-}
-
-} // namespace
-
 std::wstring textOf(HWND window, int control) {
     return vorlen::viewer::textOf(GetDlgItem(window, control));
 }
 
 std::vector<std::wstring> comboBoxEntries(HWND window, int control) {
-    return entriesOf(GetDlgItem(window, control), CB_GETCOUNT, CB_GETLBTEXTLEN, CB_GETLBTEXT);
-}
-
-std::vector<std::wstring> logEntries(HWND window) {
-    return entriesOf(GetDlgItem(window, vorlen::viewer::logControl), LB_GETCOUNT, LB_GETTEXTLEN,
-                     LB_GETTEXT);
+    const HWND box = GetDlgItem(window, control);
+    std::vector<std::wstring> entries;
+    const LRESULT count = SendMessageW(box, CB_GETCOUNT, 0, 0);
+    for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
+        std::wstring entry(static_cast<std::size_t>(SendMessageW(box, CB_GETLBTEXTLEN, i, 0)),
+                           L'\0');
+        SendMessageW(box, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(entry.data()));
+        entries.push_back(entry);
+    }
+    return entries;
 }
 
 std::wstring selectedEntry(HWND window, int control) {

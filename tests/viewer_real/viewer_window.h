@@ -17,9 +17,7 @@ namespace tests {
 
 std::wstring textOf(HWND window, int control);
 
-// Of a combo box, or of the list box of the log.
 std::vector<std::wstring> comboBoxEntries(HWND window, int control);
-std::vector<std::wstring> logEntries(HWND window);
 
 // The text of the selected entry of a combo box; empty when none is selected.
 std::wstring selectedEntry(HWND window, int control);

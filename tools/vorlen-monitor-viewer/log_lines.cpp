@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 namespace vorlen::viewer {
 
@@ -21,17 +20,14 @@ void LogLines::add(int level, std::string_view message) {
     const auto index = static_cast<std::size_t>(std::clamp(level, 0, highest));
     const std::lock_guard lock(mutex);
     lines.push_back(std::string(levelNames.at(index)) + " " + spellControls(message));
-    ++count;
     if (lines.size() > most) {
         lines.pop_front();
     }
 }
 
-std::vector<std::string> LogLines::since(std::uint64_t& seen) const {
+std::vector<std::string> LogLines::all() const {
     const std::lock_guard lock(mutex);
-    const std::uint64_t unseen = count - std::exchange(seen, count);
-    const auto shown = static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(unseen, lines.size()));
-    return {lines.end() - shown, lines.end()};
+    return {lines.begin(), lines.end()};
 }
 
 } // namespace vorlen::viewer

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <deque>
 #include <mutex>
 #include <string>
@@ -20,14 +19,12 @@ public:
     // as the nearest level.
     void add(int level, std::string_view message);
 
-    // The lines that were added after the first `seen` ones, as far as they are kept, the oldest
-    // first. UTF-8. `seen` becomes the number of all.
-    std::vector<std::string> since(std::uint64_t& seen) const;
+    // The oldest first. UTF-8.
+    std::vector<std::string> all() const;
 
 private:
     mutable std::mutex mutex;
     std::deque<std::string> lines;
-    std::uint64_t count = 0; // of all, also those that are no longer kept
 };
 
 } // namespace vorlen::viewer

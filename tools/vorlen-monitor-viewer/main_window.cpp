@@ -139,8 +139,7 @@ void MainWindow::makeControls() {
     makeTextField(handle(), statusControl);
     makeControl(handle(), checkButton, WC_BUTTONW, L"&Check", WS_TABSTOP | BS_PUSHBUTTON);
     makeControl(handle(), logLabel, WC_STATICW, L"Lo&g", 0);
-    makeControl(handle(), logControl, WC_LISTBOXW, L"",
-                WS_TABSTOP | WS_VSCROLL | LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS, WS_EX_CLIENTEDGE);
+    makeTextField(handle(), logControl);
     windowListView.emplace(handle());
     makeControl(handle(), redactBox, WC_BUTTONW, L"Without &titles, serial numbers and user's name",
                 WS_TABSTOP | BS_AUTOCHECKBOX);
@@ -402,16 +401,23 @@ void MainWindow::showSelection() {
 }
 
 void MainWindow::showLog() {
-    const HWND list = GetDlgItem(handle(), logControl);
-    for (const std::string& line : log.lines().since(seenLogLines)) {
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(toUtf16Lossy(line).c_str()));
+    const HWND field = GetDlgItem(handle(), logControl);
+    std::string text;
+    for (const std::string& line : log.lines().all()) {
+        text += line + "\n";
     }
-    while (SendMessageW(list, LB_GETCOUNT, 0, 0) > static_cast<LRESULT>(LogLines::most)) {
-        SendMessageW(list, LB_DELETESTRING, 0, 0);
-    }
-    if (SendMessageW(list, LB_GETCURSEL, 0, 0) == LB_ERR) {
-        const LRESULT count = SendMessageW(list, LB_GETCOUNT, 0, 0);
-        SendMessageW(list, LB_SETTOPINDEX, static_cast<WPARAM>(std::max(count - 1, LRESULT{0})), 0);
+    // Another text moves the field to its start, and takes the selection away.
+    DWORD selectionStart = 0;
+    DWORD selectionEnd = 0;
+    SendMessageW(field, EM_GETSEL, reinterpret_cast<WPARAM>(&selectionStart),
+                 reinterpret_cast<LPARAM>(&selectionEnd));
+    const LRESULT first = SendMessageW(field, EM_GETFIRSTVISIBLELINE, 0, 0);
+    SetWindowTextW(field, withLineBreaks(text).c_str());
+    if (GetFocus() == field) { // the user may be reading it
+        SendMessageW(field, EM_SETSEL, selectionStart, static_cast<LPARAM>(selectionEnd));
+        SendMessageW(field, EM_LINESCROLL, 0, first);
+    } else {
+        SendMessageW(field, EM_LINESCROLL, 0, SendMessageW(field, EM_GETLINECOUNT, 0, 0));
     }
 }
 

@@ -13,7 +13,6 @@
 
 #include <windows.h>
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -93,7 +92,6 @@ private:
     std::vector<tool::Finding> findings;          // of the examination
     std::vector<Action> waiting;                  // for the next reading
     std::vector<Action> current;                  // for the reading that is being made
-    std::uint64_t seenLogLines = 0;
     HWND selectedWindow = nullptr; // in the box of windows
     HWND lastFocus = nullptr;      // while the window is not active
     Font font;
