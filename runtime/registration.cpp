@@ -1,6 +1,7 @@
 #include "runtime/registration.h"
 
 #include "runtime/complain.h"
+#include "runtime/logger.h"
 
 #include <windows.h>
 
@@ -79,6 +80,11 @@ void dropUnloaded(std::vector<Registered<Function>>& functions) {
     std::erase_if(functions, [](const auto& known) { return imageOf(known.value) != known.image; });
 }
 
+// In the log, so that a host with a window can show the reason.
+void logFailure(const std::string& what) {
+    log::vllogger::instance()->critical(what);
+}
+
 void runCleanups() {
     dropUnloaded(registry().cleanups);
     const std::vector<Registered<Function>> cleanups = registry().cleanups;
@@ -87,9 +93,9 @@ void runCleanups() {
         try {
             cleanup->value();
         } catch (const std::exception& error) {
-            complain(std::string("the cleanup of a module failed: ") + error.what());
+            logFailure(std::string("the cleanup of a module failed: ") + error.what());
         } catch (...) {
-            complain("the cleanup of a module failed with an exception of unknown type");
+            logFailure("the cleanup of a module failed with an exception of unknown type");
         }
     }
 }
@@ -103,9 +109,9 @@ bool runInits() {
         }
         return true;
     } catch (const std::exception& error) {
-        complain(std::string("the init of a module failed: ") + error.what());
+        logFailure(std::string("the init of a module failed: ") + error.what());
     } catch (...) {
-        complain("the init of a module failed with an exception of unknown type");
+        logFailure("the init of a module failed with an exception of unknown type");
     }
     return false;
 }

@@ -37,8 +37,8 @@ extern "C" {
  *           loaded. A thread that owns windows must process messages while it waits for this call
  *           on another thread (vorlen/monitor.h, "Waiting")
  * lifetime  the modules run until Vorlen_Shutdown()
- * errors    when an init function fails, the runtime writes one line to standard error and runs
- *           the cleanup functions in reverse order
+ * errors    when an init function fails, the runtime writes one log line of level critical, which
+ *           is also on standard error, and runs the cleanup functions in reverse order
  */
 VORLEN_RUNTIME_API bool Vorlen_Initialize(void);
 

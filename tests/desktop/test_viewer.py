@@ -356,7 +356,10 @@ def test_a_service_that_does_not_start_is_one_box(desktop, maker, folder):
     shutil.copy(BUILD / "tests/tools/failing_init" / MODULE, folder)
     message, code = refusal(desktop, folder / PROGRAM)
     assert code == 3
-    assert "Vorlen_Initialize failed" in message
+    assert message.endswith(
+        "Vorlen_Initialize failed; the log says why: "
+        "critical the init of a module failed: this module never comes up"
+    )
 
 
 def test_a_bad_recording_is_one_box(desktop, maker, tmp_path):

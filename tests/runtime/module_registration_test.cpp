@@ -76,7 +76,7 @@ TEST_F(ModuleRegistration, runs_inits_of_later_modules_at_the_next_start) {
 }
 
 // Promise (Runtime and its log): When an init fails, `Vorlen_Initialize` runs all cleanups, writes
-// one line on standard error and returns false.
+// one log line of level `critical` and returns false.
 TEST_F(ModuleRegistration, cleans_up_after_a_failing_init) {
     registerBoth();
     runtime.registerInit(failWithAReason);
@@ -84,7 +84,7 @@ TEST_F(ModuleRegistration, cleans_up_after_a_failing_init) {
     EXPECT_FALSE(runtime.initialize());
     EXPECT_THAT(journal,
                 ElementsAre("init first", "init second", "cleanup first", "cleanup second"));
-    EXPECT_EQ(complaint(), "vorlen_runtime: the init of a module failed: no desktop");
+    EXPECT_EQ(complaint(), "critical the init of a module failed: no desktop");
 }
 
 TEST_F(ModuleRegistration, stops_at_a_failing_init) {
@@ -93,7 +93,7 @@ TEST_F(ModuleRegistration, stops_at_a_failing_init) {
     EXPECT_FALSE(runtime.initialize());
     EXPECT_THAT(journal, IsEmpty());
     EXPECT_EQ(complaint(),
-              "vorlen_runtime: the init of a module failed with an exception of unknown type");
+              "critical the init of a module failed with an exception of unknown type");
 }
 
 TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup) {
@@ -102,7 +102,7 @@ TEST_F(ModuleRegistration, goes_on_after_a_failing_cleanup) {
     runtime.registerCleanup(cleanUpSecond);
     runtime.shutdown();
     EXPECT_THAT(journal, ElementsAre("cleanup second", "cleanup first"));
-    EXPECT_EQ(complaint(), "vorlen_runtime: the cleanup of a module failed: no desktop");
+    EXPECT_EQ(complaint(), "critical the cleanup of a module failed: no desktop");
 }
 
 TEST_F(ModuleRegistration, reports_a_cleanup_that_fails_without_a_reason) {
@@ -111,7 +111,7 @@ TEST_F(ModuleRegistration, reports_a_cleanup_that_fails_without_a_reason) {
     runtime.shutdown();
     EXPECT_THAT(journal, ElementsAre("cleanup first"));
     EXPECT_EQ(complaint(),
-              "vorlen_runtime: the cleanup of a module failed with an exception of unknown type");
+              "critical the cleanup of a module failed with an exception of unknown type");
 }
 
 TEST_F(ModuleRegistration, runs_a_function_once_that_is_registered_twice) {

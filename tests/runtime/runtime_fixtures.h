@@ -93,8 +93,8 @@ protected:
     // The one line that was written, without its end.
     std::string complaint() const {
         const std::string text = standardError.text();
-        EXPECT_TRUE(text.ends_with("\r\n")) << text;
-        return text.substr(0, text.find('\r'));
+        EXPECT_TRUE(text.ends_with("\n")) << text;
+        return text.substr(0, text.find_first_of("\r\n"));
     }
 
     const TemporaryFolder folder;

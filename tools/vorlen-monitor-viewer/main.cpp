@@ -59,6 +59,15 @@ void useCommonControls() {
     InitCommonControlsEx(&controls);
 }
 
+// The log lines in one, each behind a separator.
+std::string joined(const LogLines& lines) {
+    std::string text;
+    for (const std::string& line : lines.all()) {
+        text += (text.empty() ? ": " : "; ") + line;
+    }
+    return text;
+}
+
 void view(const Options& options) {
     const std::optional<snapshot::Reading> replayed =
         options.replay ? std::optional(tool::prepareReplay(*options.replay, endAtWrongCall))
@@ -66,7 +75,7 @@ void view(const Options& options) {
     const snapshot::Reading* const reading = replayed ? &*replayed : nullptr;
     tool::addKitModels(options.kitModels);
     LogCapture log;
-    tool::withService(reading, [&](const tool::Service& service) {
+    const auto show = [&](const tool::Service& service) {
         const ViewedDesktop desktop(service, reading);
         MainWindow window(desktop, log);
         if (options.picture) {
@@ -78,7 +87,12 @@ void view(const Options& options) {
             runMessages(window.handle(), [] { return false; });
         }
         return 0;
-    });
+    };
+    try {
+        tool::withService(reading, show);
+    } catch (const tool::ServiceFailure& failure) {
+        throw Failure(failure.exitCode(), failure.what() + joined(log.lines()));
+    }
 }
 
 ExitCode run() {

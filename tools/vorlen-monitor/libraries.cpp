@@ -110,8 +110,8 @@ Service::Service(const snapshot::Reading* reading)
       module(libraryBesideThisProgram(L"libvorlen_monitor.dll")),
       replayed(reading != nullptr ? simulate(*reading, module) : nullptr) {
     if (!initialize()) {
-        throw Failure(ExitCode::libraries, "the service did not start: Vorlen_Initialize failed, "
-                                           "for the reason that vorlen_runtime.dll gives above");
+        throw ServiceFailure(ExitCode::libraries, "the service did not start: Vorlen_Initialize "
+                                                  "failed; the log says why");
     }
 }
 

@@ -49,6 +49,12 @@ private:
 // Loads the library of this name from this program's folder; throws as Library does.
 Library libraryBesideThisProgram(const std::wstring& name);
 
+// The service did not start. The runtime has logged the reason.
+class ServiceFailure : public Failure {
+public:
+    using Failure::Failure;
+};
+
 // Both libraries of this program's folder, loaded and initialised. The thread that constructs the
 // object is the service thread: only that thread calls the functions and destroys the object.
 class Service {
@@ -61,8 +67,8 @@ class Service {
 
 public:
     // The module sees the desktop of the reading; with null, that of this session. Throws a Failure
-    // when a library cannot be loaded, the module cannot be given another desktop, or
-    // Vorlen_Initialize() fails.
+    // when a library cannot be loaded or the module cannot be given another desktop, and a
+    // ServiceFailure when Vorlen_Initialize() fails.
     explicit Service(const snapshot::Reading* reading);
     ~Service();
     Service(const Service&) = delete;
