@@ -337,5 +337,24 @@ TEST_F(ViewerLog, stays_where_the_user_reads_it) {
     EXPECT_EQ(SendMessageW(field, EM_GETSEL, 0, 0), MAKELONG(2, 5));
 }
 
+TEST_F(Viewer, gives_the_focus_back_to_the_control_that_had_it) {
+    window->show();
+    EXPECT_EQ(GetFocus(), GetDlgItem(handle(), mapControl));
+    SetFocus(GetDlgItem(handle(), filterControl));
+    SendMessageW(handle(), WM_ACTIVATE, WA_INACTIVE, 0);
+    SetFocus(nullptr); // as Windows does before it minimises a window
+    SendMessageW(handle(), WM_ACTIVATE, WA_INACTIVE, 0);
+    SendMessageW(handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(GetFocus(), GetDlgItem(handle(), filterControl));
+}
+
+TEST_F(Viewer, gives_the_map_the_focus_when_no_control_had_it) {
+    window->show();
+    SetFocus(nullptr);
+    SendMessageW(handle(), WM_ACTIVATE, WA_INACTIVE, 0);
+    SendMessageW(handle(), WM_ACTIVATE, WA_ACTIVE, 0);
+    EXPECT_EQ(GetFocus(), GetDlgItem(handle(), mapControl));
+}
+
 } // namespace
 } // namespace tests

@@ -129,6 +129,7 @@ MainWindow::~MainWindow() {
 void MainWindow::makeControls() {
     makeControl(handle(), mapLabel, WC_STATICW, L"&Map of the monitors", 0);
     map.emplace(handle(), mapControl, monitors);
+    lastFocus = map->handle();
     makeControl(handle(), detailsLabel, WC_STATICW, L"Selected monito&r", 0);
     makeTextField(handle(), detailsControl);
     makeControl(handle(), monitorBoxLabel, WC_STATICW, L"M&onitor:", 0);
@@ -190,7 +191,6 @@ void MainWindow::placeControls() {
 void MainWindow::show() {
     moveIntoMonitor();
     ShowWindow(handle(), SW_SHOWDEFAULT);
-    SetFocus(map->handle());
 }
 
 void MainWindow::showForPicture() const {
@@ -273,11 +273,13 @@ LRESULT MainWindow::handleMessage(HWND target, UINT message, WPARAM wParam, LPAR
                      : GetNextDlgTabItem(target, GetFocus(), wParam != 0 ? TRUE : FALSE));
         return 0;
     case WM_ACTIVATE:
-        if (LOWORD(wParam) == WA_INACTIVE) {
+        // A window that is being minimised has lost the focus before.
+        if (LOWORD(wParam) == WA_INACTIVE && IsChild(target, GetFocus()) != FALSE) {
             lastFocus = GetFocus();
-        } else if (IsChild(target, lastFocus) != FALSE) {
-            SetFocus(lastFocus);
         }
+        return DefWindowProcW(target, message, wParam, lParam);
+    case WM_SETFOCUS:
+        SetFocus(lastFocus);
         return 0;
     case WM_CLOSE:
         if (IsWindowEnabled(target) == FALSE) { // a dialog waits for an answer

@@ -92,8 +92,8 @@ private:
     std::vector<tool::Finding> findings;          // of the examination
     std::vector<Action> waiting;                  // for the next reading
     std::vector<Action> current;                  // for the reading that is being made
-    HWND selectedWindow = nullptr; // in the box of windows
-    HWND lastFocus = nullptr;      // while the window is not active
+    HWND selectedWindow = nullptr;                // in the box of windows
+    HWND lastFocus = nullptr;                     // the control that gets the focus with the window
     Font font;
     std::optional<DesktopReader> reader;
     std::optional<MapControl> map;
