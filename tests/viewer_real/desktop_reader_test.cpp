@@ -30,7 +30,8 @@ private:
 bool arrives(HWND window, UINT message) {
     for (;;) {
         MSG found{};
-        if (PeekMessageW(&found, window, message, message, PM_REMOVE) != FALSE) {
+        if (PeekMessageW(&found, window, message, message, PM_REMOVE) != FALSE &&
+            found.message == message) { // and not WM_QUIT of a window of an earlier test
             return true;
         }
         if (MsgWaitForMultipleObjects(0, nullptr, FALSE, 60'000, QS_ALLINPUT) == WAIT_TIMEOUT) {
@@ -55,9 +56,27 @@ TEST(DesktopReader, sends_a_message_when_a_reading_is_done) {
         reader.start();
         EXPECT_TRUE(reader.isReading());
         ASSERT_TRUE(arrives(window.handle(), WM_APP));
+        EXPECT_TRUE(reader.isDone());
         EXPECT_EQ(reader.take().origin, expected);
         EXPECT_FALSE(reader.isReading());
     }
+}
+
+TEST(DesktopReader, is_not_done_while_the_reading_is_made) {
+    const MessageWindow window;
+    Signal goOn;
+    DesktopReader reader(window.handle(), WM_APP, [&] {
+        goOn.wait();
+        return snapshot::Reading();
+    });
+    EXPECT_FALSE(reader.isDone());
+    reader.start();
+    EXPECT_FALSE(reader.isDone());
+    goOn.raise();
+    ASSERT_TRUE(arrives(window.handle(), WM_APP));
+    EXPECT_TRUE(reader.isDone());
+    reader.take();
+    EXPECT_FALSE(reader.isDone());
 }
 
 TEST(DesktopReader, throws_what_the_reading_has_thrown) {

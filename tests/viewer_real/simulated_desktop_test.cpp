@@ -356,5 +356,12 @@ TEST_F(Viewer, gives_the_map_the_focus_when_no_control_had_it) {
     EXPECT_EQ(GetFocus(), GetDlgItem(handle(), mapControl));
 }
 
+TEST_F(Viewer, ignores_a_message_that_does_not_end_a_reading) {
+    SendMessageW(handle(), WM_APP, 0, 0); // any program can send it
+    EXPECT_EQ(status(), L"16 MONITOR_OK: OK.\r\n");
+    press(handle(), checkButton);
+    finishExamining();
+}
+
 } // namespace
 } // namespace tests

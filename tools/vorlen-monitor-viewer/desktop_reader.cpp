@@ -8,7 +8,7 @@ namespace vorlen::viewer {
 
 DesktopReader::DesktopReader(HWND window, UINT message, Read function)
     : receiver(window), notification(message), read(std::move(function)),
-      done(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
+      done(CreateEventW(nullptr, TRUE, FALSE, nullptr)) {
     if (!done) {
         throw tool::Failure(tool::ExitCode::internal,
                             "cannot make an event: " + tool::systemError(GetLastError()));
@@ -26,6 +26,10 @@ DesktopReader::~DesktopReader() {
         PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE | PM_QS_SENDMESSAGE);
     }
     thread.join();
+}
+
+bool DesktopReader::isDone() const {
+    return isReading() && WaitForSingleObject(done.get(), 0) == WAIT_OBJECT_0;
 }
 
 void DesktopReader::start() {

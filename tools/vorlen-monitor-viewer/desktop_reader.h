@@ -30,7 +30,10 @@ public:
     // Begins a reading; to be called while none is being made.
     void start();
 
-    // The reading, after the message. Throws what the function has thrown.
+    // Whether there is a reading to take. Other programs can send the message at any time.
+    bool isDone() const;
+
+    // The reading, when it is done. Throws what the function has thrown.
     snapshot::Reading take();
 
 private:

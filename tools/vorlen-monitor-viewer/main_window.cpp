@@ -261,7 +261,9 @@ LRESULT MainWindow::handleMessage(HWND target, UINT message, WPARAM wParam, LPAR
         return 0;
     }
     case readingDone:
-        finishReading();
+        if (reader->isDone()) {
+            finishReading();
+        }
         return 0;
     case logChanged:
         log.notify(target, logChanged);
