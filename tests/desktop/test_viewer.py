@@ -75,6 +75,13 @@ def json_of(desktop, *arguments) -> list[dict]:
     return json.loads(text_of(desktop, *arguments, "--json"))
 
 
+# What it is.
+
+
+def test_it_asks_for_the_dpi_of_each_monitor_in_version_2():
+    assert b">PerMonitorV2, PerMonitor</dpiAwareness>" in (PROGRAMS / PROGRAM).read_bytes()
+
+
 # What it shows.
 
 

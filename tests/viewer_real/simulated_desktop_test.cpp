@@ -230,7 +230,7 @@ TEST_F(Viewer, shows_the_findings_about_the_selected_monitor_only) {
     EXPECT_THAT(details(), Not(HasSubstr(L"resolution-too-low")));
 }
 
-// These tests have the manifest of the viewer.
+// These tests have the manifest of the viewer. Wine does not tell version 2 from version 1.
 TEST_F(Viewer, is_aware_of_the_dpi_of_each_monitor) {
     EXPECT_EQ(GetAwarenessFromDpiAwarenessContext(GetThreadDpiAwarenessContext()),
               DPI_AWARENESS_PER_MONITOR_AWARE);
