@@ -363,5 +363,31 @@ TEST_F(Viewer, ignores_a_message_that_does_not_end_a_reading) {
     finishExamining();
 }
 
+snapshot::Reading desktopThatCannotBeChecked() {
+    snapshot::Reading reading = desktopWithKitMonitor();
+    // An unpaired surrogate: the check throws an exception.
+    reading.displayConfiguration.paths[0].targetName.friendlyName = L"KIT 27 \xD800";
+    return reading;
+}
+
+class ViewerOfFailingCheck : public Viewer {
+protected:
+    ViewerOfFailingCheck() : Viewer(desktopThatCannotBeChecked()) {}
+
+    std::wstring notice() const { return textOf(handle(), noticeControl); }
+};
+
+TEST_F(ViewerOfFailingCheck, shows_the_reason_as_the_status) {
+    EXPECT_THAT(status(), StartsWith(L"unexpected error: "));
+    EXPECT_THAT(map(), StartsWith(LR"(2 monitors. Selected: \\.\DISPLAY1, KIT 27 )"));
+    EXPECT_EQ(notice(), L"The check failed.");
+}
+
+TEST_F(ViewerOfFailingCheck, copies_no_report) {
+    press(handle(), copyButton);
+    finishExamining();
+    EXPECT_EQ(notice(), L"The check failed.");
+}
+
 } // namespace
 } // namespace tests

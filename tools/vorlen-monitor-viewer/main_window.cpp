@@ -439,12 +439,22 @@ void MainWindow::startReading() {
 }
 
 void MainWindow::finishReading() {
-    const std::vector<Action> actions = std::exchange(current, {});
-    examination = desktop.examine(reader->take());
-    findings = tool::examine(*examination);
-    setText(GetDlgItem(handle(), noticeControl), L"");
-    setText(GetDlgItem(handle(), statusControl),
-            withLineBreaks(statusText(examination->status.code)));
+    std::vector<Action> actions = std::exchange(current, {});
+    std::string status;
+    try {
+        examination = desktop.examine(reader->take());
+        findings = tool::examine(*examination);
+        status = statusText(examination->status.code);
+        setText(GetDlgItem(handle(), noticeControl), L"");
+    } catch (const tool::Failure&) {
+        throw;
+    } catch (const std::exception& error) { // such as the name of a monitor that is not valid
+        examination.reset();
+        actions.clear();
+        status = spellControls(tool::unexpected(&error));
+        setText(GetDlgItem(handle(), noticeControl), L"The check failed.");
+    }
+    setText(GetDlgItem(handle(), statusControl), withLineBreaks(status));
     refreshMonitors(); // the check may have found another list
     showSelection();
     windowListView->show(desktop.windows());
