@@ -389,5 +389,14 @@ TEST_F(ViewerOfFailingCheck, copies_no_report) {
     EXPECT_EQ(notice(), L"The check failed.");
 }
 
+TEST_F(Viewer, keeps_its_notice_when_it_reads_a_changed_desktop) {
+    press(handle(), copyButton);
+    removeMonitor(1);
+    service->function<decltype(::updateMonitorList)>("updateMonitorList")();
+    finishExamining();
+    EXPECT_THAT(map(), StartsWith(L"1 monitor."));
+    EXPECT_EQ(textOf(handle(), noticeControl), L"The report is copied.");
+}
+
 } // namespace
 } // namespace tests

@@ -39,6 +39,8 @@ constexpr UINT monitorPeriod = 250; // milliseconds
 constexpr UINT_PTR windowTimer = 2;
 constexpr UINT windowPeriod = 1000;
 
+constexpr const wchar_t* readingNotice = L"Reading the desktop...";
+
 constexpr DWORD dropDownList = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST;
 constexpr int dropDownHeight = 300; // at 96 DPI
 
@@ -434,7 +436,7 @@ void MainWindow::examine(Action then) {
 
 void MainWindow::startReading() {
     current = std::exchange(waiting, {});
-    setText(GetDlgItem(handle(), noticeControl), L"Reading the desktop...");
+    setText(GetDlgItem(handle(), noticeControl), readingNotice);
     reader->start();
 }
 
@@ -445,7 +447,10 @@ void MainWindow::finishReading() {
         examination = desktop.examine(reader->take());
         findings = tool::examine(*examination);
         status = statusText(examination->status.code);
-        setText(GetDlgItem(handle(), noticeControl), L"");
+        if (const HWND notice = GetDlgItem(handle(), noticeControl);
+            textOf(notice) == readingNotice) {
+            setText(notice, L"");
+        }
     } catch (const tool::Failure&) {
         throw;
     } catch (const std::exception& error) { // such as the name of a monitor that is not valid
