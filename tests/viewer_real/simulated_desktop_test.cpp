@@ -398,5 +398,15 @@ TEST_F(Viewer, keeps_its_notice_when_it_reads_a_changed_desktop) {
     EXPECT_EQ(textOf(handle(), noticeControl), L"The report is copied.");
 }
 
+TEST_F(Viewer, leaves_the_highlighted_monitor_of_an_open_box) {
+    window->show();
+    SendDlgItemMessageW(handle(), monitorBox, CB_SHOWDROPDOWN, TRUE, 0);
+    SendDlgItemMessageW(handle(), monitorBox, CB_SETCURSEL, 1, 0);
+    press(handle(), checkButton);
+    EXPECT_NE(SendDlgItemMessageW(handle(), monitorBox, CB_GETDROPPEDSTATE, 0, 0), FALSE);
+    finishExamining();
+    EXPECT_EQ(selectedEntry(handle(), monitorBox), LR"(\\.\DISPLAY2)");
+}
+
 } // namespace
 } // namespace tests

@@ -84,6 +84,15 @@ void placeDropDownList(HWND box, const Area& area, int dpi) {
     setTextHeight(area.height - frameHeight);
 }
 
+// Selects an entry of a combo box. While its list is open, the selected entry is the one under the
+// pointer.
+void selectEntry(HWND box, LRESULT index) {
+    const LRESULT now = SendMessageW(box, CB_GETCURSEL, 0, 0);
+    if (now != index && (now == CB_ERR || SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) == FALSE)) {
+        SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    }
+}
+
 Area areaOf(const RECT& rect) {
     return {rect.left, rect.top, rect.right - rect.left, rect.bottom - rect.top};
 }
@@ -362,11 +371,10 @@ void MainWindow::selectFromBox() {
     }
 }
 
-// The module adds and deletes entries of the box. While its list is open, the selected entry is the
-// one under the pointer.
+// The module adds and deletes entries of the box.
 void MainWindow::keepWindowSelection() {
     const HWND box = GetDlgItem(handle(), windowBox);
-    if (selectedWindow == nullptr || SendMessageW(box, CB_GETDROPPEDSTATE, 0, 0) != FALSE) {
+    if (selectedWindow == nullptr) {
         return;
     }
     const auto count = static_cast<int>(SendMessageW(box, CB_GETCOUNT, 0, 0));
@@ -378,9 +386,7 @@ void MainWindow::keepWindowSelection() {
         selectedWindow = nullptr;
         index = -1;
     }
-    if (SendMessageW(box, CB_GETCURSEL, 0, 0) != index) {
-        SendMessageW(box, CB_SETCURSEL, static_cast<WPARAM>(index), 0);
-    }
+    selectEntry(box, index);
 }
 
 void MainWindow::refreshMonitors() {
@@ -398,8 +404,8 @@ void MainWindow::showMonitors() {
 
 void MainWindow::showSelection() {
     const auto selected = monitors.selected();
-    SendDlgItemMessageW(handle(), monitorBox, CB_SETCURSEL,
-                        selected ? *selected : static_cast<WPARAM>(-1), 0);
+    selectEntry(GetDlgItem(handle(), monitorBox),
+                selected ? static_cast<LRESULT>(*selected) : CB_ERR);
     setText(
         GetDlgItem(handle(), detailsControl),
         withLineBreaks(detailsText(monitors.selectedMonitor(), examination ? &findings : nullptr)));
