@@ -9,6 +9,7 @@ namespace {
 
 constexpr Metrics normal{96, 13};
 constexpr Metrics doubled{192, 26};
+constexpr Metrics largeFont{96, 26};
 
 bool overlap(const Area& left, const Area& right) {
     return left.x < right.right() && right.x < left.right() && left.y < right.bottom() &&
@@ -54,8 +55,21 @@ TEST_P(Layout, has_no_negative_sizes_in_a_window_without_contents) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Dpi, Layout, testing::Values(normal, doubled),
-                         [](const auto& metrics) { return std::to_string(metrics.param.dpi); });
+INSTANTIATE_TEST_SUITE_P(Dpi, Layout, testing::Values(normal, doubled, largeFont),
+                         [](const auto& metrics) {
+                             return std::to_string(metrics.param.dpi) + "_with_lines_of_" +
+                                    std::to_string(metrics.param.lineHeight);
+                         });
+
+TEST(LayoutOfLargeFont, has_as_much_room_for_texts_as_at_a_larger_scale) {
+    const Area size = preferredContents(largeFont);
+    EXPECT_EQ(size, preferredContents(doubled));
+    const std::vector<Placement> expected = layOut(size.width, size.height, doubled);
+    const std::vector<Placement> placed = layOut(size.width, size.height, largeFont);
+    for (std::size_t i = 0; i < placed.size(); ++i) {
+        EXPECT_GE(placed[i].area.width, expected[i].area.width - 16) << placed[i].control;
+    }
+}
 
 TEST(MovedInto, keeps_an_area_inside_the_bounds) {
     const Area bounds{100, 200, 1000, 500};

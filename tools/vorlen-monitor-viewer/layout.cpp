@@ -6,6 +6,12 @@ namespace vorlen::viewer {
 
 namespace {
 
+// The room that a text needs which has this length at 96 DPI in a font of 13 pixels. The user may
+// have chosen a larger font.
+int textRoom(int length, const Metrics& metrics) {
+    return std::max(scaled(length, metrics.dpi), length * metrics.lineHeight / 13);
+}
+
 // Takes areas from the top of an area.
 class AreaStack {
 public:
@@ -50,9 +56,9 @@ Parts split(const Area& area, int leftWidth, int gap) {
 
 class Layout {
 public:
-    Layout(int width, int height, const Metrics& metrics)
-        : dpi(metrics.dpi), line(metrics.lineHeight), gap(scaled(8, dpi)),
-          box(line + scaled(10, dpi)) {
+    Layout(int width, int height, const Metrics& used)
+        : metrics(used), line(metrics.lineHeight), gap(scaled(8, metrics.dpi)),
+          box(line + scaled(10, metrics.dpi)) {
         const Area all{gap, gap, std::max(width - 2 * gap, 0), std::max(height - 2 * gap, 0)};
         const int belowButtons = std::max(all.height - box - gap, 0);
         const int top = belowButtons * 45 / 100;
@@ -80,7 +86,7 @@ private:
 
     // A label and its control on one row.
     void row(ControlId label, ControlId control, const Area& area, int labelWidth) {
-        const Parts parts = split(area, scaled(labelWidth, dpi), gap);
+        const Parts parts = split(area, textRoom(labelWidth, metrics), gap);
         place(label,
               {parts.left.x, parts.left.y + (area.height - line) / 2, parts.left.width, line});
         place(control, parts.right);
@@ -91,8 +97,8 @@ private:
         row(monitorBoxLabel, monitorBox, stack.take(box), boxLabelWidth);
         row(windowBoxLabel, windowBox, stack.take(box), boxLabelWidth);
         place(statusLabel, stack.takeLabel(line));
-        const Area status = stack.take(6 * line + scaled(8, dpi));
-        const int button = scaled(80, dpi);
+        const Area status = stack.take(6 * line + scaled(8, metrics.dpi));
+        const int button = textRoom(80, metrics);
         const Parts parts = split(status, std::max(status.width - gap - button, 0), gap);
         place(statusControl, parts.left);
         place(checkButton, {parts.right.x, parts.right.y, button, box});
@@ -111,9 +117,9 @@ private:
     }
 
     void buttons(const Area& area) {
-        const Parts redact = split(area, scaled(310, dpi), gap);
-        const Parts copy = split(redact.right, scaled(100, dpi), gap);
-        const Parts save = split(copy.right, scaled(120, dpi), gap);
+        const Parts redact = split(area, textRoom(310, metrics), gap);
+        const Parts copy = split(redact.right, textRoom(100, metrics), gap);
+        const Parts save = split(copy.right, textRoom(120, metrics), gap);
         place(redactBox, redact.left);
         place(copyButton, copy.left);
         place(saveButton, save.left);
@@ -121,12 +127,12 @@ private:
               {save.right.x, save.right.y + (area.height - line) / 2, save.right.width, line});
     }
 
-    // At 96 DPI.
+    // As for textRoom().
     static constexpr int boxLabelWidth = 54;
     static constexpr int filterLabelWidth = 36;
     static constexpr int orderLabelWidth = 48;
 
-    int dpi;
+    Metrics metrics;
     int line;
     int gap;
     int box; // the height of a button, and of a combo box
@@ -134,7 +140,7 @@ private:
 };
 
 Area contents(int width, int height, const Metrics& metrics) {
-    return {0, 0, scaled(width, metrics.dpi), scaled(height, metrics.dpi)};
+    return {0, 0, textRoom(width, metrics), textRoom(height, metrics)};
 }
 
 } // namespace
