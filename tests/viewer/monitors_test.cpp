@@ -41,11 +41,12 @@ TEST(MapLines, begin_with_the_device_name_of_a_monitor_without_a_name) {
                             MapLine{"No serial number"}));
 }
 
-TEST(MapLines, mark_a_failing_size_and_rate_below_the_name) {
+TEST(MapLines, mark_the_name_and_below_it_a_failing_size_and_rate) {
     ViewedMonitor monitor = kitMonitor();
     monitor.record.width = 3839;
     monitor.record.refreshRate = 58;
     const std::vector<MapLine> lines = mapLines(monitor);
+    EXPECT_EQ(lines[0], (MapLine{"KIT 27", Mark::failing}));
     EXPECT_EQ(lines[1], failingSize);
     EXPECT_EQ(lines[2], failingRate);
 }

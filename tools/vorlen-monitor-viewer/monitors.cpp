@@ -58,7 +58,10 @@ bool hasFailingRate(const ViewedMonitor& monitor) {
 std::vector<MapLine> mapLines(const ViewedMonitor& monitor) {
     const MonitorListItem& record = monitor.record;
     const std::string name = shown(record.friendlyName);
-    std::vector<MapLine> lines = {{name.empty() ? shown(record.deviceName) : name}};
+    const bool isFailing = hasFailingSize(monitor) || hasFailingRate(monitor);
+    // A small place has room for this line only.
+    std::vector<MapLine> lines = {
+        {name.empty() ? shown(record.deviceName) : name, isFailing ? Mark::failing : Mark::none}};
     if (hasFailingSize(monitor)) {
         lines.push_back({"Resolution too low", Mark::failing});
     }
