@@ -32,6 +32,12 @@ struct FreeGlobal {
 };
 using GlobalMemory = std::unique_ptr<void, FreeGlobal>;
 
+// The reason is the last error.
+tool::Failure unusable() {
+    return {tool::ExitCode::output,
+            "cannot use the clipboard: " + tool::systemError(GetLastError()) + "; try again"};
+}
+
 // With a terminating zero.
 GlobalMemory globalCopy(const std::wstring& text) {
     GlobalMemory memory(GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t)));
@@ -40,7 +46,7 @@ GlobalMemory globalCopy(const std::wstring& text) {
         GlobalUnlock(memory.get());
         return memory;
     }
-    return nullptr;
+    throw unusable();
 }
 
 } // namespace
@@ -48,11 +54,9 @@ GlobalMemory globalCopy(const std::wstring& text) {
 void copyToClipboard(HWND owner, const std::string& text) {
     GlobalMemory memory = globalCopy(withLineBreaks(text));
     const OpenedClipboard clipboard(owner);
-    if (!memory || !clipboard || EmptyClipboard() == FALSE ||
+    if (!clipboard || EmptyClipboard() == FALSE ||
         SetClipboardData(CF_UNICODETEXT, memory.get()) == nullptr) {
-        throw tool::Failure(tool::ExitCode::output,
-                            "cannot use the clipboard: " + tool::systemError(GetLastError()) +
-                                "; try again");
+        throw unusable();
     }
     static_cast<void>(memory.release()); // now the system's
 }
