@@ -8,6 +8,7 @@
 #include "tools/vorlen-monitor/replay.h"
 #include "tools/vorlen-monitor/status_command.h"
 
+#include <commctrl.h>
 #include <gmock/gmock.h>
 
 #include <optional>
@@ -406,6 +407,48 @@ TEST_F(Viewer, leaves_the_highlighted_monitor_of_an_open_box) {
     EXPECT_NE(SendDlgItemMessageW(handle(), monitorBox, CB_GETDROPPEDSTATE, 0, 0), FALSE);
     finishExamining();
     EXPECT_EQ(selectedEntry(handle(), monitorBox), LR"(\\.\DISPLAY2)");
+}
+
+class ViewerWindowList : public Viewer {
+protected:
+    ViewerWindowList() { choose(handle(), orderBox, 0); } // by title
+
+    LRESULT ask(UINT message, WPARAM wParam, LPARAM lParam) const {
+        return SendDlgItemMessageW(handle(), windowList, message, wParam, lParam);
+    }
+
+    void select(int line) const {
+        LVITEMW item{};
+        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+        ask(LVM_SETITEMSTATE, static_cast<WPARAM>(line), reinterpret_cast<LPARAM>(&item));
+    }
+
+    void update() const { SendMessageW(handle(), WM_TIMER, 2, 0); }
+};
+
+TEST_F(ViewerWindowList, keeps_its_place_when_the_selected_window_goes) {
+    select(1);
+    reading.windows.erase(reading.windows.begin() + 2);
+    update();
+    EXPECT_THAT(listedTitles(handle()), ElementsAre(L"Alpha", L"Gamma"));
+    const auto all = static_cast<WPARAM>(-1);
+    EXPECT_EQ(ask(LVM_GETNEXTITEM, all, LVNI_SELECTED), -1);
+    EXPECT_EQ(ask(LVM_GETNEXTITEM, all, LVNI_FOCUSED), 1);
+}
+
+TEST_F(ViewerWindowList, shows_the_selected_window_after_sorting) {
+    for (int i = 0; i < 200; ++i) {
+        reading.windows.push_back(reading.windows.back());
+        reading.windows.back().handle += 1;
+    }
+    reading.windows.back().title = L"zeta";
+    update();
+    select(202);
+    ask(LVM_ENSUREVISIBLE, 202, FALSE);
+    EXPECT_GT(ask(LVM_GETTOPINDEX, 0, 0), 0);
+    choose(handle(), orderBox, 1); // descending
+    EXPECT_EQ(listedTitles(handle()).front(), L"zeta");
+    EXPECT_EQ(ask(LVM_GETTOPINDEX, 0, 0), 0);
 }
 
 } // namespace

@@ -132,6 +132,9 @@ void WindowListView::sort(const Order& order) {
     SendMessageW(orderBox, CB_SETCURSEL, static_cast<WPARAM>(entryOf(order)), 0);
     markSortedColumn();
     refresh();
+    if (const auto line = rows.selected()) {
+        SendMessageW(list, LVM_ENSUREVISIBLE, *line, FALSE);
+    }
 }
 
 void WindowListView::refresh() {
@@ -142,12 +145,13 @@ void WindowListView::refresh() {
     InvalidateRect(list, nullptr, FALSE);
 }
 
+// Without a selected line, the line with the focus stays: the arrow keys go on from there.
 void WindowListView::refreshSelection() {
     LVITEMW item{};
-    item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
+    item.stateMask = LVIS_SELECTED;
     SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
     if (const auto line = rows.selected()) {
-        item.state = LVIS_SELECTED | LVIS_FOCUSED;
+        item.state = item.stateMask = LVIS_SELECTED | LVIS_FOCUSED;
         SendMessageW(list, LVM_SETITEMSTATE, *line, reinterpret_cast<LPARAM>(&item));
     }
 }
