@@ -451,5 +451,21 @@ TEST_F(ViewerWindowList, shows_the_selected_window_after_sorting) {
     EXPECT_EQ(ask(LVM_GETTOPINDEX, 0, 0), 0);
 }
 
+TEST_F(ViewerWindowList, keeps_the_widths_of_columns_in_proportion) {
+    const auto width = [this](WPARAM column) {
+        return ask(LVM_GETCOLUMNWIDTH, column, 0);
+    };
+    ask(LVM_SETCOLUMNWIDTH, 1, width(0));
+    ask(LVM_SETCOLUMNWIDTH, 0, 20);
+    RECT place{};
+    GetWindowRect(handle(), &place);
+    SetWindowPos(handle(), nullptr, 0, 0, place.right - place.left + 300, place.bottom - place.top,
+                 SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_GT(width(1), 5 * width(0));
+    RECT list{};
+    GetClientRect(GetDlgItem(handle(), windowList), &list);
+    EXPECT_GT(width(0) + width(1) + width(2) + width(3), list.right * 9 / 10);
+}
+
 } // namespace
 } // namespace tests

@@ -229,7 +229,9 @@ LRESULT MainWindow::handleMessage(HWND target, UINT message, WPARAM wParam, LPAR
     }
     switch (message) {
     case WM_SIZE:
-        placeControls();
+        if (wParam != SIZE_MINIMIZED) {
+            placeControls();
+        }
         return 0;
     case WM_GETMINMAXINFO: {
         // On a small monitor, everything stays in reach although not all of it can be read.

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <numeric>
 #include <string>
 
 namespace vorlen::viewer {
@@ -15,7 +16,7 @@ namespace {
 
 struct ColumnLook {
     const wchar_t* heading;
-    int share; // of the width of the list, in hundredths
+    int share; // of the width of the list, until the user changes it
 };
 
 // By Column.
@@ -58,7 +59,8 @@ void WindowListView::fillHeadings() const {
     for (std::size_t i = 0; i < columnCount; ++i) {
         std::wstring heading = columns.at(i).heading;
         LVCOLUMNW column{};
-        column.mask = LVCF_TEXT;
+        column.mask = LVCF_TEXT | LVCF_WIDTH;
+        column.cx = columns.at(i).share;
         column.pszText = heading.data();
         SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
         for (const wchar_t* const direction : {L"", L" (descending)"}) {
@@ -78,11 +80,17 @@ void WindowListView::fitColumns() const {
     RECT client{};
     GetClientRect(list, &client);
     // Room for the scroll bar, which may not be there yet.
-    const int width = std::max(static_cast<int>(client.right) -
-                                   GetSystemMetricsForDpi(SM_CXVSCROLL, GetDpiForWindow(list)),
-                               0);
+    const int width = client.right - GetSystemMetricsForDpi(SM_CXVSCROLL, GetDpiForWindow(list));
+    std::array<int, columnCount> widths{};
     for (std::size_t i = 0; i < columnCount; ++i) {
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, i, width * columns.at(i).share / 100);
+        widths.at(i) = static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, i, 0));
+    }
+    const int sum = std::accumulate(widths.begin(), widths.end(), 0);
+    if (width <= 0 || sum == 0) {
+        return;
+    }
+    for (std::size_t i = 0; i < columnCount; ++i) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, i, width * widths.at(i) / sum);
     }
 }
 

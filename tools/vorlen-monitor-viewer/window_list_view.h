@@ -20,7 +20,7 @@ public:
     // Shows the windows that have a reason. The selected one stays selected.
     void show(const std::vector<tool::WindowRow>& windows);
 
-    // After the size or the font of the list has changed.
+    // Makes the columns as wide as the list, in the same proportions, after its size has changed.
     void fitColumns() const;
 
     // For WM_COMMAND of the field and the box.
