@@ -404,6 +404,19 @@ def test_a_picture_that_cannot_be_drawn_is_one_line(
     assert refused.returncode == code
     line = [line for line in refused.stderr.splitlines() if "vorlen-monitor-viewer: " in line]
     assert len(line) == 1 and reason in line[0], refused.stderr
+    assert list(tmp_path.iterdir()) == []
+
+
+def test_a_part_of_a_picture_does_not_stay(desktop, maker, tmp_path):
+    limit = {
+        "preexec_fn": lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (1000, 1000)),
+        "restore_signals": False,
+    }
+    arguments = ("--picture", "a.png", "--replay", PORTRAIT)
+    refused = finish(desktop.start(PROGRAM, *arguments, cwd=tmp_path, **limit))
+    assert refused.returncode == 4
+    assert 'cannot write "a.png": error 0x' in refused.stderr
+    assert list(tmp_path.iterdir()) == []
 
 
 # Its end.

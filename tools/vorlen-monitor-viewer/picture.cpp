@@ -99,6 +99,7 @@ HRESULT encode(IWICImagingFactory& factory, Pixels& pixels, const std::wstring& 
         }
     };
     next([&] { return stream->InitializeFromFilename(file.c_str(), GENERIC_WRITE); });
+    const bool isOpened = SUCCEEDED(result);
     next([&] { return factory.CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder); });
     next([&] { return encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache); });
     next([&] { return encoder->CreateNewFrame(&frame, nullptr); });
@@ -112,6 +113,13 @@ HRESULT encode(IWICImagingFactory& factory, Pixels& pixels, const std::wstring& 
     next([&] { return frame->WriteSource(bitmap.Get(), nullptr); });
     next([&] { return frame->Commit(); });
     next([&] { return encoder->Commit(); });
+    if (FAILED(result) && isOpened) { // no part of a picture stays
+        bitmap.Reset();
+        frame.Reset();
+        encoder.Reset();
+        stream.Reset();
+        DeleteFileW(file.c_str());
+    }
     return result;
 }
 

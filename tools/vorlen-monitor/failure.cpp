@@ -3,8 +3,23 @@
 #include "platform/text.h"
 
 #include <array>
+#include <charconv>
 
 namespace vorlen::tool {
+
+namespace {
+
+// An HRESULT is known by its hexadecimal number, another error by its decimal one.
+std::string numberText(DWORD error) {
+    if (SUCCEEDED(static_cast<HRESULT>(error))) {
+        return std::to_string(error);
+    }
+    std::array<char, 16> text{};
+    char* const end = std::to_chars(text.data(), text.data() + text.size(), error, 16).ptr;
+    return "0x" + std::string(text.data(), end);
+}
+
+} // namespace
 
 std::string unexpected(const std::exception* error) {
     return std::string("unexpected error: ") +
@@ -20,7 +35,7 @@ std::string systemError(DWORD error) {
                                         static_cast<DWORD>(buffer.size()), nullptr);
     std::string message = toUtf8Lossy({buffer.data(), length});
     message.erase(message.find_last_not_of(" .\r\n") + 1);
-    const std::string number = "error " + std::to_string(error);
+    const std::string number = "error " + numberText(error);
     return message.empty() ? number : number + ": " + message;
 }
 

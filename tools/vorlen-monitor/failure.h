@@ -34,7 +34,8 @@ private:
 // The message for an exception that is not a Failure; null for one that is not a std::exception.
 std::string unexpected(const std::exception* error);
 
-// An error number of the system with the system's message, such as "error 5: Access denied".
+// An error number or HRESULT of the system with the system's message, such as "error 5: Access
+// denied".
 std::string systemError(DWORD error);
 
 } // namespace vorlen::tool
