@@ -305,6 +305,9 @@ LRESULT MainWindow::handleMessage(HWND target, UINT message, WPARAM wParam, LPAR
     case WM_DESTROY:
         PostQuitMessage(0);
         return 0;
+    case WM_NCDESTROY:
+        static_cast<void>(window.release());
+        return 0;
     default:
         return DefWindowProcW(target, message, wParam, lParam);
     }

@@ -33,6 +33,7 @@ public:
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
+    // Null after the user has closed the window.
     HWND handle() const { return window.get(); }
 
     // Shows the window inside the work area of its monitor.
@@ -49,12 +50,8 @@ public:
 private:
     using Action = std::function<void()>;
 
-    struct DestroyOpenWindow {
-        void operator()(HWND made) const {
-            if (IsWindow(made) != FALSE) { // the user has not closed it
-                DestroyWindow(made);
-            }
-        }
+    struct DestroyOwned {
+        void operator()(HWND made) const { DestroyWindow(made); }
     };
 
     void makeControls();
@@ -98,7 +95,8 @@ private:
     std::optional<DesktopReader> reader;
     std::optional<MapControl> map;
     std::optional<WindowListView> windowListView;
-    std::unique_ptr<std::remove_pointer_t<HWND>, DestroyOpenWindow> window; // destroyed first
+    // Null when the user has closed it. Destroyed first.
+    std::unique_ptr<std::remove_pointer_t<HWND>, DestroyOwned> window;
 };
 
 } // namespace vorlen::viewer
