@@ -181,6 +181,16 @@ def test_each_mnemonic_leads_to_its_control(open_viewer):
     wait_until(lambda: viewer.text("noticeControl") == "The report is copied.", "it is copied")
 
 
+def test_arrow_keys_do_not_leave_the_check_button(open_viewer):
+    viewer = open_viewer("--replay", SLOW_KIT_MONITOR)
+    viewer.go_to("s", "statusControl")
+    viewer.driver.ask("key", VK_TAB)
+    viewer.wait_for_focus("checkButton")
+    viewer.driver.ask("key", VK_RIGHT)
+    viewer.driver.ask("key", VK_TAB)
+    viewer.wait_for_focus("logControl")
+
+
 def test_arrow_keys_select_monitors(open_viewer):
     viewer = open_viewer("--replay", PORTRAIT)
     viewer.go_to("m", "mapControl")

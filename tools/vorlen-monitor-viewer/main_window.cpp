@@ -137,6 +137,7 @@ MainWindow::~MainWindow() {
     log.notify(nullptr, 0);
 }
 
+// The arrow keys move between the buttons of a group, which ends where the next one begins.
 void MainWindow::makeControls() {
     makeControl(handle(), mapLabel, WC_STATICW, L"&Map of the monitors", 0);
     map.emplace(handle(), mapControl, monitors);
@@ -149,13 +150,15 @@ void MainWindow::makeControls() {
     makeControl(handle(), windowBox, WC_COMBOBOXW, L"", dropDownList);
     makeControl(handle(), statusLabel, WC_STATICW, L"&Status of the kit monitor", 0);
     makeTextField(handle(), statusControl);
-    makeControl(handle(), checkButton, WC_BUTTONW, L"&Check", WS_TABSTOP | BS_PUSHBUTTON);
-    makeControl(handle(), logLabel, WC_STATICW, L"Lo&g", 0);
+    makeControl(handle(), checkButton, WC_BUTTONW, L"&Check",
+                WS_GROUP | WS_TABSTOP | BS_PUSHBUTTON);
+    makeControl(handle(), logLabel, WC_STATICW, L"Lo&g", WS_GROUP);
     makeTextField(handle(), logControl);
     windowListView.emplace(handle());
     makeControl(handle(), redactBox, WC_BUTTONW, L"Without &titles, serial numbers and user's name",
-                WS_TABSTOP | BS_AUTOCHECKBOX);
-    makeControl(handle(), copyButton, WC_BUTTONW, L"Cop&y report", WS_TABSTOP | BS_PUSHBUTTON);
+                WS_GROUP | WS_TABSTOP | BS_AUTOCHECKBOX);
+    makeControl(handle(), copyButton, WC_BUTTONW, L"Cop&y report",
+                WS_GROUP | WS_TABSTOP | BS_PUSHBUTTON);
     makeControl(handle(), saveButton, WC_BUTTONW, L"Sa&ve recording...",
                 WS_TABSTOP | BS_PUSHBUTTON);
     makeControl(handle(), noticeControl, WC_STATICW, L"", SS_ENDELLIPSIS | SS_NOPREFIX);
