@@ -161,7 +161,7 @@ void MainWindow::makeControls() {
                 WS_GROUP | WS_TABSTOP | BS_PUSHBUTTON);
     makeControl(handle(), saveButton, WC_BUTTONW, L"Sa&ve recording...",
                 WS_TABSTOP | BS_PUSHBUTTON);
-    makeControl(handle(), noticeControl, WC_STATICW, L"", SS_ENDELLIPSIS | SS_NOPREFIX);
+    makeControl(handle(), noticeControl, WC_STATICW, L"", SS_PATHELLIPSIS | SS_NOPREFIX);
 }
 
 // The first window is selected.
