@@ -12,7 +12,18 @@ import pytest
 from desktop import BUILD, PROGRAMS, PROJECT
 from processes import finish, wait_until
 from recordings import read_recording
-from viewer import PROGRAM, VK_DOWN, VK_HOME, VK_LEFT, VK_RIGHT, VK_SPACE, VK_TAB, Driver, Viewer
+from viewer import (
+    PROGRAM,
+    VK_DOWN,
+    VK_HOME,
+    VK_LEFT,
+    VK_RETURN,
+    VK_RIGHT,
+    VK_SPACE,
+    VK_TAB,
+    Driver,
+    Viewer,
+)
 from window_maker import CLASS_NAME, WS_DISABLED, WS_POPUP, WS_VISIBLE, WindowMaker
 
 COMMAND = "vorlen-monitor.exe"
@@ -179,6 +190,17 @@ def test_each_mnemonic_leads_to_its_control(open_viewer):
         viewer.go_to(mnemonic, control)
     viewer.driver.ask("mnemonic", "y")
     wait_until(lambda: viewer.text("noticeControl") == "The report is copied.", "it is copied")
+
+
+def test_the_enter_key_presses_the_button_with_the_focus(desktop, open_viewer):
+    viewer = open_viewer("--replay", PORTRAIT)
+    viewer.go_to("t", "redactBox")  # and ticks it
+    viewer.driver.ask("key", VK_TAB)
+    viewer.wait_for_focus("copyButton")
+    viewer.driver.ask("key", VK_RETURN)
+    wait_until(lambda: viewer.text("noticeControl") == "The report is copied.", "it is copied")
+    report = viewer.driver.ask("clipboard").replace("\\n", "\n")
+    assert report == text_of(desktop, "--replay", PORTRAIT, "doctor", "--redact")
 
 
 def test_arrow_keys_do_not_leave_the_check_button(open_viewer):
@@ -379,6 +401,13 @@ def test_a_service_that_does_not_start_is_one_box(desktop, maker, folder):
     )
 
 
+def test_a_wrong_call_of_the_module_is_one_box(desktop, maker, folder):
+    shutil.copy(BUILD / "tests/tools/wrong_call" / MODULE, folder)
+    message, code = refusal(desktop, folder / PROGRAM, "--replay", PORTRAIT)
+    assert code == 5
+    assert "the replay cannot go on after an error of the library: " in message
+
+
 def test_a_bad_recording_is_one_box(desktop, maker, tmp_path):
     file = tmp_path / "bad.json"
     file.write_text("{}", encoding="utf-8")
@@ -415,6 +444,20 @@ def test_a_picture_that_cannot_be_drawn_is_one_line(
     line = [line for line in refused.stderr.splitlines() if "vorlen-monitor-viewer: " in line]
     assert len(line) == 1 and reason in line[0], refused.stderr
     assert list(tmp_path.iterdir()) == []
+
+
+def test_a_picture_of_a_desktop_without_monitors_is_drawn(desktop, maker, tmp_path):
+    with open(PORTRAIT, encoding="utf-8") as opened:
+        recording = json.load(opened)
+    recording["monitors"] = []
+    recording["displayConfiguration"]["paths"] = []
+    file = tmp_path / "empty.json"
+    file.write_text(json.dumps(recording), encoding="utf-8")
+    drawn = finish(
+        desktop.start(PROGRAM, "--replay", str(file), "--picture", "a.png", cwd=tmp_path)
+    )
+    assert drawn.returncode == 0, drawn.stderr
+    assert (tmp_path / "a.png").read_bytes().startswith(b"\x89PNG")
 
 
 def test_a_part_of_a_picture_does_not_stay(desktop, maker, tmp_path):

@@ -11,6 +11,7 @@
 #include <commctrl.h>
 #include <gmock/gmock.h>
 
+#include <array>
 #include <optional>
 #include <utility>
 
@@ -465,6 +466,20 @@ TEST_F(ViewerWindowList, keeps_the_widths_of_columns_in_proportion) {
     RECT list{};
     GetClientRect(GetDlgItem(handle(), windowList), &list);
     EXPECT_GT(width(0) + width(1) + width(2) + width(3), list.right * 9 / 10);
+}
+
+TEST_F(Viewer, goes_back_with_shift_and_tab) {
+    window->show();
+    SetFocus(GetDlgItem(handle(), checkButton));
+    std::array<BYTE, 256> before{};
+    GetKeyboardState(before.data());
+    std::array<BYTE, 256> withShift = before;
+    withShift[VK_SHIFT] = 0x80;
+    SetKeyboardState(withShift.data());
+    MSG tab{GetFocus(), WM_KEYDOWN, VK_TAB, 1, 0, {}};
+    EXPECT_NE(IsDialogMessageW(handle(), &tab), FALSE);
+    SetKeyboardState(before.data());
+    EXPECT_EQ(GetFocus(), GetDlgItem(handle(), statusControl));
 }
 
 } // namespace
