@@ -66,7 +66,7 @@ TEST(MapPlaces, stay_on_the_map_whatever_a_device_reports) {
                 })));
 }
 
-TEST(MapPlaces, are_none_without_monitors) {
+TEST(MapPlaces, are_empty_without_monitors) {
     EXPECT_THAT(placesOnMap({}, map), IsEmpty());
 }
 

@@ -266,7 +266,7 @@ void pressKey(WPARAM key) {
     PostMessageW(target(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
-// What the header tells the list when its heading is clicked.
+// As a click on the heading does.
 void clickHeading(int column) {
     const HWND list = control(viewer::windowList);
     const auto header = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETHEADER, 0, 0));

@@ -44,8 +44,8 @@ class Monitors {
 public:
     // Replaces the list. The same monitor stays selected, also when it is elsewhere in the list:
     // the one with its device name, name and serial number, else with the last two, else with its
-    // device name. When there is none, the current monitor is selected, else the first. Returns
-    // whether anything that is shown has changed.
+    // device name. When the list has no such monitor, the current monitor is selected, else the
+    // first. Returns whether anything that is shown has changed.
     bool update(std::vector<ViewedMonitor> now);
 
     const std::vector<ViewedMonitor>& all() const { return monitors; }

@@ -10,8 +10,8 @@
 // Texts of several lines in UTF-8, whose lines end with line feeds.
 namespace vorlen::viewer {
 
-// The record of the monitor (null: a sentence that there is none), the findings about it, and those
-// about the whole desktop. Without findings (null) only the first.
+// The record of the monitor (null: a sentence that the desktop has no monitor), the findings about
+// it, and those about the whole desktop. Without findings (null) only the first.
 std::string detailsText(const ViewedMonitor* monitor, const std::vector<tool::Finding>* findings);
 
 // The code of the check with its name and texts.

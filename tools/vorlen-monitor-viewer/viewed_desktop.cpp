@@ -33,7 +33,7 @@ const WindowEnumWrapper& windowTable(const tool::Service& service) {
         runtime_names::getWindowEnumWrapper)());
 }
 
-// Whether the monitor is where the current one is. The rectangle is empty when there is none.
+// Whether the monitor is where the current one is. Without one, the rectangle is empty.
 bool isAt(const MonitorListItem& monitor, const _VLRect& current) {
     return current.width != 0 && monitor.x == current.x && monitor.y == current.y &&
            monitor.width == current.width && monitor.height == current.height;
