@@ -36,7 +36,9 @@ void showBox(const std::string& text, UINT icon) {
     // A box closes at once while the thread is asked to quit, as a closed window does.
     MSG quit{};
     PeekMessageW(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
-    MessageBoxW(nullptr, toUtf16Lossy(text).c_str(), L"Vorlen monitor viewer", MB_OK | icon);
+    // The windows of the thread take no input: it could call the library again.
+    MessageBoxW(nullptr, toUtf16Lossy(text).c_str(), L"Vorlen monitor viewer",
+                MB_OK | MB_TASKMODAL | icon);
 }
 
 ExitCode refuse(ExitCode code, const std::string& reason) {
