@@ -13,7 +13,7 @@ from contextlib import closing
 
 import pytest
 
-from desktop import PROJECT, RUN
+from desktop import BUILD, PROJECT, RUN
 from processes import Marked, complaint_of, finish, start_program, wait_until
 from viewer import PROGRAM, Driver
 
@@ -133,10 +133,10 @@ def test_it_leaves_no_process_and_no_file_behind(marked, tmp_path):
 def test_the_viewer_is_shown_on_the_display_of_the_user(marked, desktop):
     marked.environment["DISPLAY"] = desktop.environment["DISPLAY"]
     process = start(marked, "viewer")
-    started = wait_until(lambda: marked.find(PROGRAM), "the viewer starts")
+    started = wait_until(lambda: marked.find(f"{BUILD}/bin/{PROGRAM}"), "the viewer starts")
     environment = (pathlib.Path("/proc") / str(started[0]) / "environ").read_text(encoding="utf-8")
     # The driver finds only windows of its own prefix.
-    desktop.environment["WINEPREFIX"] = re.search(r"\0WINEPREFIX=([^\0]+)", environment)[1]
+    desktop.environment["WINEPREFIX"] = re.search(r"\bWINEPREFIX=([^\0]+)", environment)[1]
     with closing(Driver(desktop)) as driver:
         wait_until(lambda: driver.ask("window") != "0", "its window is shown")
     process.send_signal(signal.SIGTERM)
