@@ -8,7 +8,7 @@
 //     row                  the selected line of the window list, or -1
 //     selected CONTROL     the selected entry of a combo box, or -1
 //     choose CONTROL N     selects an entry of a combo box as a user does
-//     focus                the control with the keyboard focus, or 0
+//     focus                the control that has the focus, or had it last
 //     key CODE             presses a virtual key
 //     mnemonic LETTER      presses Alt and a letter
 //     type TEXT            types into the control with the focus
@@ -184,9 +184,13 @@ HWND focused() {
     return information.hwndFocus;
 }
 
+// The control that has the focus, or had it last: a window that is not in the foreground has none.
 HWND target() {
-    const HWND window = focused();
-    return window != nullptr ? window : mainWindow();
+    static HWND last = nullptr;
+    if (const HWND window = focused()) {
+        last = window;
+    }
+    return IsWindow(last) != FALSE ? last : mainWindow();
 }
 
 // Dialogs of the system: message boxes, and the one for files.
@@ -326,7 +330,7 @@ std::string answerTo(std::istream& line) {
         return std::to_string(SendMessageW(control(first), CB_GETCURSEL, 0, 0));
     }
     if (command == "focus") {
-        return std::to_string(GetDlgCtrlID(focused()));
+        return std::to_string(GetDlgCtrlID(target()));
     }
     if (command == "boxes") {
         std::vector<std::string> messages;
