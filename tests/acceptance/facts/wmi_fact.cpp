@@ -159,7 +159,7 @@ TEST_F(WmiMonitorId, asked_for_by_a_standard_user) {
     });
 }
 
-// Fact: Does the query for `WmiMonitorID` succeed for whoever runs this?
+// Fact: Does the query for `WmiMonitorID` succeed for the user who runs this?
 // Relied on by: `monitor/display/wmi_query.cpp`
 // Simulated: yes
 TEST_F(WmiMonitorId, asked_for) {
