@@ -27,6 +27,7 @@ open_wine_prefix() {
     prefix=$(mktemp -d "$wine_folder/prefix.XXXXXX")
     exec 9<"$prefix"
     flock 9
+    echo "${TMPDIR:-/tmp}" >"$prefix/temporary_folder"
     export WINEPREFIX=$prefix
     if [[ -d $template ]]; then
         copy_prefix "$template" "$prefix"
@@ -86,13 +87,16 @@ remove_abandoned_prefixes() {
 }
 
 # Ends the Wine server of WINEPREFIX, if it runs, and with it every Wine process of the prefix. The
-# server does not remove its temporary folder, whose name it writes into the prefix.
+# server does not remove its folder in the temporary folder, and writes its name into the prefix. The
+# temporary folder of the script that made the prefix may have been another one.
 end_wine_server() {
-    local folder=""
+    local folder="" temporary
     wineserver -k || true
     wineserver -w || true
     [[ ! -f $WINEPREFIX/wineserver ]] || folder=$(<"$WINEPREFIX/wineserver")
-    [[ $folder != wine-?????? ]] || rm -rf "${TMPDIR:-/tmp}/$folder"
+    [[ $folder == wine-?????? ]] || return 0
+    temporary=$(<"$WINEPREFIX/temporary_folder")
+    rm -rf "${temporary:?}/$folder"
 }
 
 close_wine_prefix() {
