@@ -14,6 +14,7 @@ STEPS = (
 )  # fmt: skip
 # Each notes how it was called.
 STEP = '#!/bin/sh\necho "${0##*/} $*" >>../calls\n'
+PACKAGE = f"{STEP}mkdir -p build/package/kit/bin\n"
 WITH_DESKTOP = STEP + '[ "$1" != --virtual ] || shift\nexec "$@"\n'
 CTEST = "#!/bin/sh\n"
 
@@ -26,7 +27,7 @@ def tree(tmp_path):
     programs = tmp_path / "programs"
     programs.mkdir()
     files = {root / "scripts" / name: STEP for name in STEPS}
-    files[root / "package"] = STEP
+    files[root / "package"] = PACKAGE
     files[root / "scripts" / "with-desktop"] = WITH_DESKTOP
     files[programs / "ctest"] = CTEST
     for file, text in files.items():
