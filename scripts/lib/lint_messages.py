@@ -1,5 +1,5 @@
-"""Passes on the messages of the linter. A place in a merged source (lint_database.py) becomes the place
-in the source of this project.
+"""Passes on the messages of the linter. A place in a merged source (lint_database.py) becomes the
+place in the source of this project.
 """
 
 import functools

@@ -87,16 +87,23 @@ remove_abandoned_prefixes() {
 }
 
 # Ends the Wine server of WINEPREFIX, if it runs, and with it every Wine process of the prefix. The
-# server does not remove its folder in the temporary folder, and writes its name into the prefix. The
-# temporary folder of the script that made the prefix may have been another one.
+# server does not remove its folder in the temporary folder of the script that made the prefix, and
+# writes its name into the prefix. If the server has ended, wineserver makes another one.
 end_wine_server() {
-    local folder="" temporary
+    local temporary=/tmp name
+    [[ ! -f $WINEPREFIX/temporary_folder ]] || temporary=$(<"$WINEPREFIX/temporary_folder")
+    for name in $(server_folder; TMPDIR=$temporary stop_wine_server; server_folder); do
+        [[ $name != wine-?????? ]] || rm -rf "${temporary:?}/$name"
+    done
+}
+
+stop_wine_server() {
     wineserver -k || true
     wineserver -w || true
-    [[ ! -f $WINEPREFIX/wineserver ]] || folder=$(<"$WINEPREFIX/wineserver")
-    [[ $folder == wine-?????? ]] || return 0
-    temporary=$(<"$WINEPREFIX/temporary_folder")
-    rm -rf "${temporary:?}/$folder"
+}
+
+server_folder() {
+    [[ ! -f $WINEPREFIX/wineserver ]] || echo "$(<"$WINEPREFIX/wineserver")"
 }
 
 close_wine_prefix() {

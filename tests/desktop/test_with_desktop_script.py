@@ -149,10 +149,26 @@ def test_what_a_killed_one_left_is_removed_by_the_next(marked, tmp_path):
     marked.environment["TMPDIR"] = str(tmp_path)
     process = start(marked, sys.executable, "-c", HOLD_OPEN)
     prefix = json.loads(process.stdout.readline())["WINEPREFIX"]
+    # Before the end: afterwards, any script that starts may remove it.
+    assert os.path.exists(prefix)
     process.kill()
     finish(process)
-    assert os.path.exists(prefix)
     assert run(marked, "true").returncode == 0
     assert not os.path.exists(prefix)
     assert list(tmp_path.iterdir()) == []
     assert marked.processes() == {}
+
+
+def test_what_a_killed_one_left_is_removed_from_its_temporary_folder(marked, tmp_path):
+    first, second = tmp_path / "first", tmp_path / "second"
+    first.mkdir()
+    second.mkdir()
+    marked.environment["TMPDIR"] = str(first)
+    process = start(marked, sys.executable, "-c", HOLD_OPEN)
+    process.stdout.readline()
+    assert list(first.glob("wine-*")) != []
+    process.kill()
+    finish(process)
+    marked.environment["TMPDIR"] = str(second)
+    assert run(marked, "true").returncode == 0
+    assert list(first.glob("wine-*")) == []
