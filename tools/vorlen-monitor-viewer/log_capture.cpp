@@ -12,7 +12,7 @@ namespace {
 // The runtime's callback has no parameter for an object. Lines may come on any thread.
 std::atomic<LogLines*> receiver = nullptr;
 std::atomic<HWND> notified = nullptr;
-std::atomic<UINT> notification = 0;
+std::atomic<UINT> linesMessage = 0;
 
 decltype(log::vllogger::RegisterDebugCallback)* registration(const tool::Library& runtime) {
     return runtime.function<decltype(log::vllogger::RegisterDebugCallback)>(
@@ -33,14 +33,14 @@ LogCapture::~LogCapture() {
 }
 
 void LogCapture::notify(HWND window, UINT message) {
-    notification = message;
+    linesMessage = message;
     notified = window;
 }
 
 void LogCapture::receive(int level, const char* text) {
     receiver.load()->add(level, text);
     if (const HWND window = notified.exchange(nullptr)) {
-        PostMessageW(window, notification, 0, 0);
+        PostMessageW(window, linesMessage, 0, 0);
     }
 }
 

@@ -16,10 +16,10 @@ namespace vorlen::tool {
 
 namespace {
 
-constexpr const char* program = "vorlen-monitor";
+constexpr const char* programName = "vorlen-monitor";
 
 std::string nameWithProgram(const CLI::App& app) {
-    return app.get_parent() == nullptr ? program : program + (" " + app.get_name());
+    return app.get_parent() == nullptr ? programName : programName + (" " + app.get_name());
 }
 
 std::string seeHelp(const CLI::App& app) {
@@ -207,7 +207,7 @@ std::vector<std::string> commandLineArguments() {
 }
 
 CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
-    CLI::App app("Shows what the monitor library knows about the desktop.", program);
+    CLI::App app("Shows what the monitor library knows about the desktop.", programName);
     std::string file;
     // In front of --version, which ends the evaluation of the options.
     const CLI::Option* const replay =
