@@ -1,17 +1,17 @@
 """Writes the compile commands for the linter, and prints the sources that it has to check.
 
-lint_database.py COMPILE_COMMANDS OUTPUT [SOURCE...]
+lint_database.py COMPILE_COMMANDS FOLDER [SOURCE...]
 
 COMPILE_COMMANDS is the file that CMake wrote. It also contains sources of libraries, and contains a
 source once for each target that compiles it, so that the linter would check it several times.
-OUTPUT gets the first command of each source of this project. Standard output gets the named
-sources, or all sources, each ended by a zero byte.
-
-CMake may have merged the sources of a target: into one that includes them. The linter looks closely
-only at what a source itself contains, so that such a source gets the text of the others here, each
-after a line with its name (lint_messages.py).
+FOLDER gets compile_commands.json, for the named sources. Without names, it is for all sources of this
+project, and those that are compiled with the same options are merged into one: most of the time, the
+linter goes through the headers of the system. It looks closely only at what a source itself contains,
+so that the merged source gets the text of the others, each after a line with its name
+(lint_messages.py). Standard output gets the sources to check, each ended by a zero byte.
 """
 
+import collections
 import json
 import pathlib
 import re
@@ -22,6 +22,8 @@ BUILD = PROJECT / "build"
 # Left out: tests and benchmark, because checking the expanded macros of GoogleTest takes longer than
 # everything else.
 LEFT_OUT = (PROJECT / "tests", PROJECT / "benchmark")
+# Each is a program.
+EXAMPLES = PROJECT / "examples"
 
 
 def is_own(source: pathlib.Path) -> bool:
@@ -32,38 +34,13 @@ def is_own(source: pathlib.Path) -> bool:
     )
 
 
-def merge(compiled: pathlib.Path) -> list[pathlib.Path]:
-    """The sources that CMake has merged into one, after their texts were put into it. A header that
-    an earlier source includes is not included again: the linter refuses that."""
-    names = re.findall(r'#include "(.+)"', compiled.read_text("utf-8"))
-    included: set[str] = set()
-    with compiled.open("w", encoding="utf-8") as merged:
-        for name in names:
-            earlier = set(included)
-            merged.write(f"// {name}\n")
-            for line in pathlib.Path(name).read_text("utf-8").splitlines():
-                if line.startswith("#include "):
-                    included.add(line)
-                    if line in earlier:
-                        earlier.remove(line)
-                        line = ""
-                merged.write(f"{line}\n")
-    return [pathlib.Path(name) for name in names]
-
-
-def sources_in(compiled: pathlib.Path) -> list[pathlib.Path]:
-    return merge(compiled) if compiled.name.startswith("unity_") else [compiled]
-
-
-def own_commands(compile_commands: pathlib.Path) -> list[tuple[dict, set[pathlib.Path]]]:
-    """Each command that compiles sources of this project, with those that no earlier one compiles."""
-    commands: list[tuple[dict, set[pathlib.Path]]] = []
-    known: set[pathlib.Path] = set()
-    for command in json.loads(compile_commands.read_text(encoding="utf-8")):
-        sources = set(filter(is_own, sources_in(pathlib.Path(command["file"])))) - known
-        if sources:
-            commands.append((command, sources))
-            known |= sources
+def own_commands(compile_commands: pathlib.Path) -> dict[pathlib.Path, dict]:
+    """The first command of each source of this project."""
+    commands: dict[pathlib.Path, dict] = {}
+    for command in json.loads(compile_commands.read_text("utf-8")):
+        source = pathlib.Path(command["file"])
+        if is_own(source):
+            commands.setdefault(source, command)
     return commands
 
 
@@ -77,20 +54,62 @@ def sources_of_project() -> set[pathlib.Path]:
     }
 
 
+def without_file_names(command: dict) -> str:
+    return re.sub(r" -o \S+ -c \S+$", "", command["command"])
+
+
+def merge(sources: list[pathlib.Path], merged: pathlib.Path) -> None:
+    """A header that an earlier source includes is not included again: the linter refuses that."""
+    included: set[str] = set()
+    with merged.open("w", encoding="utf-8") as output:
+        for source in sources:
+            earlier = set(included)
+            output.write(f"// {source}\n")
+            for line in source.read_text("utf-8").splitlines():
+                if line.startswith("#include "):
+                    included.add(line)
+                    if line in earlier:
+                        earlier.remove(line)
+                        line = ""
+                output.write(f"{line}\n")
+
+
+def merged_commands(commands: dict[pathlib.Path, dict], folder: pathlib.Path) -> list[dict]:
+    """The sources in groups of the same options; the group with the most sources, which takes
+    longest, first."""
+    groups = collections.defaultdict(list)
+    for source, command in commands.items():
+        program = source if source.parent == EXAMPLES else None
+        groups[without_file_names(command), source.suffix, program].append(source)
+    merged = []
+    for (options, suffix, _), sources in sorted(groups.items(), key=lambda each: -len(each[1])):
+        file = folder / f"merged_{len(merged)}{suffix}"
+        merge(sources, file)
+        merged.append(
+            {
+                "directory": commands[sources[0]]["directory"],
+                "command": f"{options} -c {file}",
+                "file": str(file),
+            }
+        )
+    return merged
+
+
 def main() -> None:
-    compile_commands, output, *named = map(pathlib.Path, sys.argv[1:])
+    compile_commands, folder, *named = (pathlib.Path(each).resolve() for each in sys.argv[1:])
     commands = own_commands(compile_commands)
-    unknown = sorted(set(named or sources_of_project()).difference(*(each[1] for each in commands)))
+    unknown = sorted(set(named or sources_of_project()).difference(commands))
     if unknown:
         sys.exit(
             f"{unknown[0]} is not compiled by the preset clang, so that it cannot be checked: "
             "name a .c or .cpp file, and add a new one to its CMakeLists.txt"
         )
-    # The command with the most sources first: it takes longest.
-    commands.sort(key=lambda each: len(each[1]), reverse=True)
-    output.write_text(json.dumps([command for command, _ in commands], indent=1), "utf-8")
-    checked = named or [command["file"] for command, _ in commands]
-    sys.stdout.write("".join(f"{source}\0" for source in checked))
+    if named:
+        checked = [commands[source] for source in named]
+    else:
+        checked = merged_commands(commands, folder)
+    (folder / "compile_commands.json").write_text(json.dumps(checked, indent=1), "utf-8")
+    sys.stdout.write("".join(f"{command['file']}\0" for command in checked))
 
 
 main()

@@ -7,8 +7,8 @@ import pathlib
 import re
 import sys
 
-PLACE = re.compile(r"(?P<merged>/\S*/unity_\w+\.\w+):(?P<line>\d+):")
-COUNT = re.compile(r"\d+ warnings? generated\.")
+PLACE = re.compile(r"(?P<merged>/\S*/merged_\d+\.\w+):(?P<line>\d+):")
+COUNT = re.compile(r"\d+ warnings?( and \d+ errors?)? generated\.")
 
 
 @functools.cache
