@@ -14,7 +14,7 @@ so that the merged source gets the text of the others, each after a line with it
 import collections
 import json
 import pathlib
-import re
+import shlex
 import sys
 
 PROJECT = pathlib.Path(__file__).resolve().parents[2]
@@ -54,8 +54,9 @@ def sources_of_project() -> set[pathlib.Path]:
     }
 
 
-def without_file_names(command: dict) -> str:
-    return re.sub(r" -o \S+ -c \S+$", "", command["command"])
+def options_of(command: dict) -> tuple[str, ...]:
+    """The command without its end: -o OBJECT -c SOURCE."""
+    return tuple(shlex.split(command["command"])[:-4])
 
 
 def merge(sources: list[pathlib.Path], merged: pathlib.Path) -> None:
@@ -80,7 +81,7 @@ def merged_commands(commands: dict[pathlib.Path, dict], folder: pathlib.Path) ->
     groups = collections.defaultdict(list)
     for source, command in commands.items():
         program = source if source.parent == EXAMPLES else None
-        groups[without_file_names(command), source.suffix, program].append(source)
+        groups[options_of(command), source.suffix, program].append(source)
     merged = []
     for (options, suffix, _), sources in sorted(groups.items(), key=lambda each: -len(each[1])):
         file = folder / f"merged_{len(merged)}{suffix}"
@@ -88,7 +89,7 @@ def merged_commands(commands: dict[pathlib.Path, dict], folder: pathlib.Path) ->
         merged.append(
             {
                 "directory": commands[sources[0]]["directory"],
-                "command": f"{options} -c {file}",
+                "arguments": [*options, "-c", str(file)],
                 "file": str(file),
             }
         )

@@ -7,7 +7,7 @@ import pathlib
 import re
 import sys
 
-PLACE = re.compile(r"(?P<merged>/\S*/merged_\d+\.\w+):(?P<line>\d+):")
+PLACE = re.compile(r"(?P<merged>/.*?/merged_\d+\.\w+):(?P<line>\d+):")
 COUNT = re.compile(r"\d+ warnings?( and \d+ errors?)? generated\.")
 
 
