@@ -24,6 +24,7 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 # Functions with C linkage may throw. CMake's default, /EHsc, says that they do not.
 string(REPLACE "/EHsc" "" CMAKE_CXX_FLAGS "${CMAKE_CXX_FLAGS}")
 target_compile_options(vorlen_options INTERFACE /W4 /WX /utf-8 /permissive- /EHs /EHc-
+    /bigobj # for merged sources
     # Microsoft's compiler warns of conversions that lose something at /W4, Clang does not.
     $<$<CXX_COMPILER_ID:Clang>:-Wconversion>)
 if(NOT CMAKE_CROSSCOMPILING) # a cross build links nothing
