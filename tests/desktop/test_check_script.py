@@ -2,11 +2,12 @@
 
 import os
 import shutil
+import signal
 
 import pytest
 
 from desktop import PROJECT
-from processes import complaint_of, run_program
+from processes import complaint_of, run_program, wait_until
 
 STEPS = (
     "behaviour", "boundary", "build", "coverage", "format", "install", "ledger", "lint",
@@ -39,9 +40,9 @@ def tree(tmp_path):
     return root
 
 
-def check(tree, *arguments):
-    path = f"{tree.parent / 'programs'}:{os.environ['PATH']}"
-    environment = {**os.environ, "PATH": path, "LC_ALL": "C"}
+def check(tree, *arguments, environment=os.environ):
+    path = f"{tree.parent / 'programs'}:{environment['PATH']}"
+    environment = {**environment, "PATH": path, "LC_ALL": "C"}
     return run_program(tree / "check", *arguments, env=environment)
 
 
@@ -81,6 +82,27 @@ def test_a_static_check_has_ended_when_it_ends(tree):
     (tree / "scripts" / "coverage").write_text("#!/bin/sh\nread _ <../started\nexit 7\n")
     assert check(tree).returncode == 7
     assert (tree.parent / "ended").exists()
+
+
+def test_a_killed_one_leaves_no_static_check(tree, marked):
+    os.mkfifo(tree.parent / "started")
+    (tree / "scripts" / "lint").write_text("#!/bin/sh\necho >../started\nexec sleep 1000\n")
+    # The parent of a step is ./check.
+    (tree / "scripts" / "coverage").write_text("#!/bin/sh\nread _ <../started\nkill -KILL $PPID\n")
+    try:
+        assert check(tree, environment=marked.environment).returncode == -signal.SIGKILL
+        wait_until(lambda: not marked.processes(), "the static check has ended")
+    finally:
+        marked.kill_all(signal.SIGKILL)
+
+
+def test_static_checks_yield_to_the_tests(tree):
+    (tree / "scripts" / "lint").write_text(
+        "#!/bin/sh\nnice >../priority\n[ ! -e /proc/self/autogroup ] || cat /proc/self/autogroup >>../priority\n"
+    )
+    assert check(tree).returncode == 0
+    for line in (tree.parent / "priority").read_text().splitlines():
+        assert line.split()[-1] == "19"
 
 
 def test_an_argument_is_refused(tree):
