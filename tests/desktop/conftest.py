@@ -7,12 +7,28 @@ from desktop import PROJECT, RUN, Desktop
 from processes import Marked, TIMEOUT_S
 
 
-@pytest.fixture
-def desktop():
-    """A desktop of the test's own."""
-    opened = Desktop()
+@pytest.fixture(scope="module")
+def shared_desktops():
+    opened = []
     yield opened
-    opened.close()
+    for each in opened:
+        each.close()
+
+
+@pytest.fixture
+def desktop(shared_desktops):
+    """A desktop with its two outputs. The tests of a file share one, because opening it takes longer
+    than most tests. They close what they start and may change the environment; after one that changed
+    the outputs, the next test gets another desktop."""
+    if not shared_desktops:
+        shared_desktops.append(Desktop())
+    [opened] = shared_desktops
+    environment = dict(opened.environment)
+    yield opened
+    opened.environment = environment
+    if opened.outputs_changed:
+        shared_desktops.remove(opened)
+        opened.close()
 
 
 @pytest.fixture

@@ -32,6 +32,7 @@ class Desktop:
             stdout=subprocess.PIPE,
         )
         self.environment: dict[str, str] = json.loads(self._holder.stdout.readline())
+        self.outputs_changed = False
 
     def close(self) -> None:
         self._holder.communicate(timeout=TIMEOUT_S)
@@ -48,6 +49,7 @@ class Desktop:
 
     def xrandr(self, *arguments: str) -> None:
         """Changes the outputs. The query makes the server notice which are connected now."""
+        self.outputs_changed = True
         for step in (arguments, ("--query",)):
             subprocess.run(
                 ["xrandr", *step],
