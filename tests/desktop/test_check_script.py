@@ -63,12 +63,28 @@ def test_a_step_that_fails_ends_it(tree, step):
 
 
 @pytest.mark.parametrize("static_check", STATIC_CHECKS)
-def test_a_static_check_that_fails_is_shown_when_the_tests_have_passed(tree, static_check):
+def test_a_static_check_that_fails_is_shown_at_the_end(tree, static_check):
     (tree / "scripts" / static_check).write_text(f"{STEP}echo what was found\nexit 7\n")
     failed = check(tree)
     assert failed.returncode == 7
     assert failed.stderr.splitlines()[-1] == "what was found"
     assert "coverage " in (tree.parent / "calls").read_text().splitlines()
+
+
+def test_a_static_check_that_has_failed_is_shown_when_a_step_fails(tree):
+    os.mkfifo(tree.parent / "started")
+    (tree / "scripts" / "lint").write_text(
+        "#!/bin/sh\necho $PPID >../started\necho what was found\nexit 7\n"
+    )
+    (tree / "scripts" / "coverage").write_text(
+        "#!/bin/sh\n"
+        "read static_checks <../started\n"
+        'while kill -0 "$static_checks" 2>/dev/null; do sleep 0.01; done\n'
+        "exit 8\n"
+    )
+    failed = check(tree)
+    assert failed.returncode == 8
+    assert failed.stderr.splitlines()[-1] == "what was found"
 
 
 def test_a_static_check_has_ended_when_it_ends(tree):
