@@ -1,4 +1,7 @@
-"""The acceptance kit: packed, unpacked in an empty folder, and run under Wine as a user runs it."""
+"""The acceptance kit: packed, unpacked in an empty folder, and run under Wine as a user runs it.
+
+This is how ./check runs the programs of both tiers.
+"""
 
 import hashlib
 import json
@@ -66,8 +69,25 @@ def run(kit):
     return Run(kit)
 
 
+def failures_in(report):
+    """What somebody who cannot repeat the run needs: names and messages, and unexpected outputs."""
+    programs = report["programs"]
+    tests = [test for program in programs for test in program.get("tests", [])] + report["facts"]
+    failed = [
+        "\n".join([test["name"], *test.get("failures", [])])
+        for test in tests
+        if test["result"] == "failed"
+    ]
+    ended = [
+        f"{program['name']}: {program['outcome']}\n{program['output']}"
+        for program in programs
+        if "outcome" in program
+    ]
+    return "\n\n".join(failed + ended)
+
+
 def test_everything_passes_under_wine(run):
-    assert run.ended.returncode == 0, run.ended.stdout
+    assert run.ended.returncode == 0, f"{run.ended.stdout}\n{failures_in(run.report)}"
     lines = run.ended.stdout.splitlines()
     assert re.match(r"vorlen-monitor \S+, acceptance on Wine 8 \(8\.\d", lines[0])
     [last] = [line for line in lines if line.startswith(("Passed: ", "Failed: "))]

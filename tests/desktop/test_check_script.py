@@ -11,15 +11,13 @@ from processes import complaint_of, run_program, wait_until
 
 STEPS = (
     "behaviour", "boundary", "build", "coverage", "format", "install", "ledger", "lint",
-    "microsoft-mode", "mistakes", "quotes", "with-desktop",
+    "microsoft-mode", "mistakes", "quotes",
 )  # fmt: skip
 # They run beside the others.
 STATIC_CHECKS = ("lint", "microsoft-mode")
 # Each notes how it was called.
 STEP = '#!/bin/sh\necho "${0##*/} $*" >>../calls\n'
 PACKAGE = f"{STEP}mkdir -p build/package/kit/bin\n"
-WITH_DESKTOP = STEP + '[ "$1" != --virtual ] || shift\nexec "$@"\n'
-CTEST = "#!/bin/sh\n"
 
 
 @pytest.fixture
@@ -32,8 +30,7 @@ def tree(tmp_path):
     programs.mkdir()
     files = {root / "scripts" / name: STEP for name in STEPS}
     files[root / "package"] = PACKAGE
-    files[root / "scripts" / "with-desktop"] = WITH_DESKTOP
-    files[programs / "ctest"] = CTEST
+    files[programs / "ctest"] = STEP
     for file, text in files.items():
         file.write_text(text)
         file.chmod(0o755)
@@ -52,9 +49,10 @@ def test_it_ends_with_everything_passed(tree):
     assert checked.stderr.splitlines()[-1] == "Everything passed"
 
 
-@pytest.mark.parametrize("step", sorted({*STEPS} - {*STATIC_CHECKS}))
+@pytest.mark.parametrize("step", sorted({*STEPS, "ctest"} - {*STATIC_CHECKS}))
 def test_a_step_that_fails_ends_it(tree, step):
-    (tree / "scripts" / step).write_text(f"{STEP}exit 7\n")
+    folder = tree.parent / "programs" if step == "ctest" else tree / "scripts"
+    (folder / step).write_text(f"{STEP}exit 7\n")
     failed = check(tree)
     assert failed.returncode == 7
     assert "Everything passed" not in failed.stderr
