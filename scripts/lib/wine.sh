@@ -100,9 +100,14 @@ end_wine_server() {
     done
 }
 
+# Option -k waits in growing steps for the server's end, which -w notices at once.
 stop_wine_server() {
-    wineserver -k || true
+    local asked
+    wineserver -k &
+    asked=$!
     wineserver -w || true
+    kill "$asked" 2>/dev/null || true
+    wait "$asked" || true
 }
 
 server_folder() {
