@@ -15,10 +15,19 @@
 wine_folder=$project/build/wine/user-$EUID # Wine refuses a prefix of another user
 prefix=
 
-# Makes a prefix and exports the environment of Wine programs.
+# Makes a prefix, exports the environment of Wine programs, and starts Wine.
 open_wine_prefix() {
+    make_wine_prefix
+    start_wine
+}
+
+wine_template() {
+    echo "$wine_folder/template-$(dpkg-query --show --showformat '${Version}' wine)"
+}
+
+make_wine_prefix() {
     local template
-    template=$wine_folder/template-$(dpkg-query --show --showformat '${Version}' wine)
+    template=$(wine_template)
     set_wine_environment
     mkdir -p "$wine_folder"
     exec 8>"$wine_folder/lock"
@@ -35,7 +44,6 @@ open_wine_prefix() {
         make_first_prefix "$template"
     fi
     exec 8>&-
-    start_wine
 }
 
 # WINEDEBUG=-all also suppresses the message that 32-bit Wine is missing. Without winemenubuilder,

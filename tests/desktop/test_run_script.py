@@ -6,6 +6,7 @@ import os
 import pathlib
 import pty
 import re
+import shutil
 import signal
 import subprocess
 import termios
@@ -14,7 +15,7 @@ from contextlib import closing
 import pytest
 
 from desktop import BUILD, PROJECT, RUN
-from processes import Marked, complaint_of, finish, start_program, wait_until
+from processes import Marked, complaint_of, finish, run_program, start_program, wait_until
 from viewer import PROGRAM, Driver
 
 pytestmark = pytest.mark.usefixtures("prepared")
@@ -149,6 +150,28 @@ def test_the_viewer_is_not_shown_on_a_virtual_desktop(marked):
         "run: a virtual desktop has no screen to show the viewer on: set DISPLAY, or draw it with "
         "./run viewer --picture FILE.png\n"
     )
+
+
+def test_wine_is_prepared_while_the_first_build_runs(tmp_path):
+    root = tmp_path / "ein Gerät"
+    shutil.copytree(PROJECT / "scripts" / "lib", root / "scripts" / "lib")
+    shutil.copy(RUN, root)
+    os.mkfifo(tmp_path / "started")
+    steps = {
+        "install": "",
+        "build": "read _ <../started\nexit 7\n",
+        "prepare-wine": (
+            "trap 'echo >../ended; exit 1' TERM\n"
+            "echo >../started\n"
+            "while :; do sleep 0.01; done\n"
+        ),
+    }
+    for name, text in steps.items():
+        step = root / "scripts" / name
+        step.write_text(f'#!/bin/sh\ncd "$(dirname "$0")/.."\n{text}')
+        step.chmod(0o755)
+    assert run_program(root / "run", "--virtual").returncode == 7
+    assert (tmp_path / "ended").exists()
 
 
 @pytest.mark.parametrize("arguments", [(), ("--replay", KIT_MONITOR)])
