@@ -22,7 +22,9 @@ open_wine_prefix() {
 }
 
 wine_template() {
-    echo "$wine_folder/template-$(dpkg-query --show --showformat '${Version}' wine)"
+    local version
+    version=$(dpkg-query --show --showformat '${Version}' wine) || return
+    echo "$wine_folder/template-$version"
 }
 
 make_wine_prefix() {
@@ -111,7 +113,7 @@ end_wine_server() {
 # Option -k waits in growing steps for the server's end, which -w notices at once.
 stop_wine_server() {
     local asked
-    wineserver -k &
+    env --default-signal=TERM wineserver -k & # the script may ignore it
     asked=$!
     wineserver -w || true
     kill "$asked" 2>/dev/null || true
