@@ -11,13 +11,14 @@ from processes import complaint_of, run_program, wait_until
 
 STEPS = (
     "behaviour", "boundary", "build", "coverage", "format", "install", "ledger", "lint",
-    "microsoft-mode", "mistakes", "quotes",
+    "microsoft-mode", "mistakes", "quotes", "with-desktop",
 )  # fmt: skip
 # They run beside the others.
 STATIC_CHECKS = ("lint", "microsoft-mode")
 # Each notes how it was called.
 STEP = '#!/bin/sh\necho "${0##*/} $*" >>../calls\n'
 PACKAGE = f"{STEP}mkdir -p build/package/kit/bin\n"
+WITH_DESKTOP = STEP + '[ "$1" != --virtual ] || shift\nexec "$@"\n'
 
 
 @pytest.fixture
@@ -30,6 +31,7 @@ def tree(tmp_path):
     programs.mkdir()
     files = {root / "scripts" / name: STEP for name in STEPS}
     files[root / "package"] = PACKAGE
+    files[root / "scripts" / "with-desktop"] = WITH_DESKTOP
     files[programs / "ctest"] = STEP
     for file, text in files.items():
         file.write_text(text)
