@@ -1,5 +1,6 @@
 import os
 import subprocess
+import time
 
 import pytest
 
@@ -16,19 +17,23 @@ def shared_desktops():
 
 
 @pytest.fixture
-def desktop(shared_desktops):
+def desktop(shared_desktops, request):
     """A desktop with its two outputs. The tests of a file share one, because opening it takes longer
-    than most tests. They close what they start and may change the environment; after one that changed
-    the outputs, the next test gets another desktop."""
+    than most tests. They close what they start and may change the environment. A test gets another
+    desktop after one that failed or changed the outputs, and when no test has used it for some time:
+    Wine's own processes end 10 s after the last program."""
+    if shared_desktops and time.monotonic() > shared_desktops[0].used_at + 5:
+        shared_desktops.pop().close()
     if not shared_desktops:
         shared_desktops.append(Desktop())
     [opened] = shared_desktops
     environment = dict(opened.environment)
+    failures = request.session.testsfailed
     yield opened
     opened.environment = environment
-    if opened.outputs_changed:
-        shared_desktops.remove(opened)
-        opened.close()
+    opened.used_at = time.monotonic()
+    if opened.outputs_changed or request.session.testsfailed > failures:
+        shared_desktops.pop().close()
 
 
 @pytest.fixture

@@ -5,6 +5,7 @@ import os
 import pathlib
 import subprocess
 import sys
+import time
 
 from processes import TIMEOUT_S, finish, start_program
 
@@ -33,6 +34,7 @@ class Desktop:
         )
         self.environment: dict[str, str] = json.loads(self._holder.stdout.readline())
         self.outputs_changed = False
+        self.used_at = time.monotonic()
 
     def close(self) -> None:
         self._holder.communicate(timeout=TIMEOUT_S)

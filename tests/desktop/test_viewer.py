@@ -9,7 +9,7 @@ from contextlib import closing
 
 import pytest
 
-from desktop import BUILD, PROGRAMS, PROJECT
+from desktop import BUILD, PROGRAMS, PROJECT, Desktop
 from processes import finish, wait_until
 from recordings import read_recording
 from viewer import (
@@ -47,6 +47,13 @@ IN_TAB_ORDER = [
     "copyButton",
     "saveButton",
 ]
+
+
+@pytest.fixture
+def desktop():
+    """A desktop of the test's own: the windows of an earlier viewer could still change the focus."""
+    with closing(Desktop()) as opened:
+        yield opened
 
 
 @pytest.fixture

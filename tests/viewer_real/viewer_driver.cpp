@@ -184,10 +184,11 @@ HWND focused() {
     return information.hwndFocus;
 }
 
-// The control that has the focus, or had it last: a window that is not in the foreground has none.
+// The control that has the focus, or had it last: a window that is not in the foreground has none,
+// and the main window passes it on when it gets it.
 HWND target() {
     static HWND last = nullptr;
-    if (const HWND window = focused()) {
+    if (const HWND window = focused(); window != nullptr && window != mainWindow()) {
         last = window;
     }
     return IsWindow(last) != FALSE ? last : mainWindow();
