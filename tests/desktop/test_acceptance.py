@@ -60,6 +60,7 @@ class Run:
             )
             self.processes_after = list(marked.processes().values())
         self.file = kit / "acceptance-report.json"
+        assert self.file.exists(), f"{self.ended.stdout}\n{self.ended.stderr}"
         self.text = self.file.read_text(encoding="utf-8")
         self.report = json.loads(self.text)
 
@@ -83,7 +84,7 @@ def failures_in(report):
         for program in programs
         if "outcome" in program
     ]
-    return "\n\n".join(failed + ended)
+    return "\n\n".join([*failed, *ended, report.get("recording output", "")])
 
 
 def test_everything_passes_under_wine(run):
