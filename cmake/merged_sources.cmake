@@ -1,5 +1,6 @@
 # vorlen_merge_sources(<target>...): merges the C++ sources of each target into one, as the property
 # UNITY_BUILD does. CMake would include them with the path of this tree, which a PDB would then have.
+# Sources are named relative to the folder of their target, and are in no other target of it.
 function(vorlen_merge_sources)
     foreach(target IN LISTS ARGN)
         get_target_property(sources ${target} SOURCES)
