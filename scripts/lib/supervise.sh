@@ -10,6 +10,12 @@
 # also leaves the processes that the command started in the background.
 # shellcheck shell=bash
 
+# is_running ID: whether this background job still runs. After its end, another process may have its
+# id: a script asks before it sends a signal.
+is_running() {
+    jobs -rp | grep --quiet --line-regexp "$1"
+}
+
 command_group= # process group of the running command; "starting" until it is known
 received=      # the last signal that came while a command ran
 signal_count=0
